@@ -1,0 +1,10 @@
+# Reads SOURCES (comma-separated) and fails on a quoted include that does not match ALLOWED.
+string(REPLACE "," ";" SOURCES "${SOURCES}")
+foreach(source IN LISTS SOURCES)
+  file(STRINGS ${source} includes REGEX "^#include \"")
+  foreach(line IN LISTS includes)
+    if(NOT line MATCHES "^#include \"(${ALLOWED})\"")
+      message(SEND_ERROR "${source}: ${line} breaks the layers; allowed here: ${ALLOWED}")
+    endif()
+  endforeach()
+endforeach()

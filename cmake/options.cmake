@@ -1,0 +1,11 @@
+# What every target of ours is compiled with.
+add_library(quorvel_options INTERFACE)
+target_include_directories(quorvel_options INTERFACE ${PROJECT_SOURCE_DIR}/src)
+target_compile_options(quorvel_options INTERFACE
+  -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
+  $<$<BOOL:${QUORVEL_WERROR}>:-Werror>)
+if(QUORVEL_SANITIZE)
+  target_compile_options(quorvel_options INTERFACE
+    -fsanitize=${QUORVEL_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(quorvel_options INTERFACE -fsanitize=${QUORVEL_SANITIZE})
+endif()

@@ -1,0 +1,31 @@
+#include "log/decode_word.h"
+
+#include <algorithm>
+#include <string>
+
+namespace quorvel::mGlobals {
+
+namespace {
+
+bool IsWithin(char c, char first, char last) { return c >= first && c <= last; }
+
+char Mirror(char c) {
+  const auto mirror_within = [c](char first, char last) {
+    return static_cast<char>(first + (last - c));
+  };
+  if (IsWithin(c, 'a', 'z')) return mirror_within('a', 'z');
+  if (IsWithin(c, 'A', 'Z')) return mirror_within('A', 'Z');
+  if (IsWithin(c, '0', '9')) return mirror_within('0', '9');
+  return c;
+}
+
+}  // namespace
+
+// No byte of a longer character is one of the mirrored ones, so bytes can be mirrored one by one.
+Text mDecodeWordReverse(const Text& text) {
+  std::string mirrored(text.Bytes());
+  std::ranges::transform(mirrored, mirrored.begin(), Mirror);
+  return Text::FromBytes(mirrored, text.Encoding());
+}
+
+}  // namespace quorvel::mGlobals

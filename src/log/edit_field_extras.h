@@ -1,0 +1,10 @@
+#pragma once
+
+#include "platform/controls.h"
+
+namespace quorvel {
+
+/// The text field of the windows that print and save.
+class editFieldExtras : public EditField {};
+
+}  // namespace quorvel

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <cstdint>
+
+#include "log/edit_field_extras.h"
+#include "platform/object.h"
+#include "platform/timer.h"
+#include "ui/app_window.h"
+
+namespace quorvel {
+
+namespace main_window {
+
+/// The working window: the log. Opening it starts the listening; closing it ends the program.
+class wMain : public AppWindow {
+ public:
+  static constexpr const char* kClassName = "wMain.wMain";
+
+  /// Sends test messages when `bTest` is True.
+  class tmrUDPCheck : public Timer {};
+
+  [[nodiscard]] Ref<editFieldExtras> efLog() const;
+
+  [[nodiscard]] Text _ClassName() const override { return kClassName; }
+  void Event_Open() override;
+  void Event_Close() override;
+  void Event_EnableMenuItems() override;
+  void Event_Resized() override;
+  void Event_Resizing() override;
+
+  virtual void tmrUDPCheck_Action();
+  virtual bool _FontLarger_Action();
+  virtual bool _FontSmaller_Action();
+
+ protected:
+  void Layout() override;
+  void CreateControls() override;
+  void AddMenuHandlers() override;
+
+ private:
+  virtual void _CreateControls0();
+  void FitLog();
+
+  /// The number that goes into test messages.
+  int32_t iLoopCounter = 0;
+};
+
+}  // namespace main_window
+
+/// The main window; opened if there is none.
+[[nodiscard]] Ref<main_window::wMain> wMain();
+
+}  // namespace quorvel

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "messaging/easy_udp_socket.h"
+
+namespace quorvel {
+
+/// Where the network meets the log: each message becomes one line at the end of the log.
+class myEasyUDPSocket : public EasyUDPSocket {
+ protected:
+  /// Drops the message when the main window is not open.
+  void Event_ReceivedMessage(const Text& from, int32_t command, const Text& data) override;
+};
+
+}  // namespace quorvel

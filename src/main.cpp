@@ -1,0 +1,7 @@
+#include "platform/qt/side.h"
+#include "shell/entry.h"
+
+int main(int argc, char** argv) {
+  const auto side = quorvel::qt::MakeSide(argc, argv);
+  return quorvel::RunQuorvel(*side);
+}

@@ -1,0 +1,65 @@
+#include "messaging/easy_udp_socket.h"
+
+#include "platform/exceptions.h"
+#include "platform/numbers.h"
+#include "platform/runtime.h"
+
+namespace quorvel {
+
+namespace {
+
+constexpr int32_t kMostHops = 255;
+
+[[noreturn]] void Refuse(const Text& operation) {
+  throw RuntimeException(Text("You cannot call ") + operation + " on an EasyUDPSocket directly.");
+}
+
+}  // namespace
+
+void EasyUDPSocket::Constructor() {
+  mHashBins = ToInt32(Pow(2, 24));
+  mBuffers = Dictionary();
+  mWaitForThisCommand = kNoWait;
+}
+
+void EasyUDPSocket::Bind(int32_t port) {
+  Port(port);
+  Connect();
+  if (LastErrorCode() != 0) Event_Error(LastErrorCode());
+  SendToSelf(true);
+  RouterHops(kMostHops);
+}
+
+void EasyUDPSocket::Register(const Text& group) {
+  if (!IsConnected()) return;
+  if (!JoinMulticastGroup(HashGroupNameToIP(group))) Event_Error(LastErrorCode());
+}
+
+void EasyUDPSocket::Unregister(const Text& group) {
+  if (!IsConnected()) return;
+  LeaveMulticastGroup(HashGroupNameToIP(group));
+  if (LastErrorCode() != 0) Event_Error(LastErrorCode());
+}
+
+void EasyUDPSocket::SendMessageToGroup(const Text& group, int32_t command, const Text& data) {
+  if (!IsConnected()) return;
+  const MemoryBlock packet = CreatePacket(command, data);
+  UDPSocket::Write(HashGroupNameToIP(group), packet.StringValue(0, packet.Size()));
+}
+
+void EasyUDPSocket::SendMessageToIndividual(const Text& address, int32_t command,
+                                            const Text& data) {
+  if (!IsConnected()) return;
+  const MemoryBlock packet = CreatePacket(command, data);
+  UDPSocket::Write(address, packet.StringValue(0, packet.Size()));
+}
+
+void EasyUDPSocket::Write(const Text&, const Text&) { Refuse("Write"); }
+void EasyUDPSocket::Write(const Ref<Datagram>&) { Refuse("Write"); }
+Ref<Datagram> EasyUDPSocket::Read(std::nullptr_t) { Refuse("Read"); }
+
+void EasyUDPSocket::Event_Error() { Event_Error(LastErrorCode()); }
+void EasyUDPSocket::Event_Error(int32_t) {}
+void EasyUDPSocket::Event_ReceivedMessage(const Text&, int32_t, const Text&) {}
+
+}  // namespace quorvel

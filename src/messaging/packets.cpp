@@ -1,0 +1,90 @@
+// What goes out as a packet, and what comes in as a stream of them for each sender; see
+// docs/wire-format.md.
+
+#include "messaging/easy_udp_socket.h"
+#include "platform/runtime.h"
+
+namespace quorvel {
+
+namespace {
+constexpr int32_t kLengthOffset = 0;
+constexpr int32_t kCommandOffset = 4;
+constexpr int32_t kHeaderSize = 8;
+
+// A length below the header's gives no payload, whatever its sign.
+int32_t PayloadSize(int32_t packet_length) {
+  return packet_length < kHeaderSize ? 0 : packet_length - kHeaderSize;
+}
+}  // namespace
+
+MemoryBlock EasyUDPSocket::CreatePacket(int32_t command, const Text& data) {
+  const int32_t size = LenB(data);
+  MemoryBlock packet(kHeaderSize + size);
+  packet.LittleEndian(false);
+  packet.Long(kLengthOffset, kHeaderSize + size);
+  packet.Long(kCommandOffset, command);
+  packet.StringValue(kHeaderSize, packet.Size() - kHeaderSize, data);
+  return packet;
+}
+
+void EasyUDPSocket::Event_DataAvailable() {
+  do {
+    const auto datagram = UDPSocket::Read(Nil);
+    const Text address = datagram->Address();
+    mBuffers.Value(address, mBuffers.Lookup(address, "") + datagram->Data());
+    RuntimeBackgroundTask();
+  } while (PacketsAvailable() != 0);
+  ProcessData();
+}
+
+// Each sweep takes one packet of each sender at the most, so that senders take turns; sweeps go
+// on until one finds nothing.
+void EasyUDPSocket::ProcessData() {
+  StackCheck stack;
+  bool found = true;
+  while (found) {
+    found = false;
+    auto sweep = StackCheck::Sweep::Unchanged;
+    const int32_t count = mBuffers.Count();
+    for (int32_t index = 0; index < count; ++index) {
+      const Text from = mBuffers.Key(index);
+      const Text buffer = mBuffers.Value(from);
+      int32_t consumed = 0;
+      if (CheckForSingleMessage(from, buffer, consumed)) {
+        const Text rest = MidB(buffer, consumed + 1);
+        mBuffers.Value(from, rest);
+        found = true;
+        if (LenB(rest) != LenB(buffer)) sweep = StackCheck::Sweep::Changed;
+      }
+      RuntimeBackgroundTask();
+    }
+    if (found) stack.Deeper(sweep);
+  }
+}
+
+bool EasyUDPSocket::CheckForSingleMessage(const Text& from, const Text& buffer, int32_t& consumed) {
+  if (LenB(buffer) == 0) return false;
+  consumed = 0;
+  MemoryBlock block(LenB(buffer));
+  block.LittleEndian(false);
+  block.StringValue(0, block.Size(), buffer);
+  const int32_t packet_length = block.Long(kLengthOffset);
+  if (block.Size() < packet_length) return false;
+  const int32_t command = block.Long(kCommandOffset);
+  const Text data = block.StringValue(kHeaderSize, PayloadSize(packet_length));
+  if (!WaitingForThisMessage(command, data, from)) {
+    // While a wait is on, what it does not wait for is dropped.
+    if (mWaitForThisCommand == kNoWait) Event_ReceivedMessage(from, command, data);
+  }
+  consumed = packet_length;
+  return true;
+}
+
+bool EasyUDPSocket::WaitingForThisMessage(int32_t command, const Text& data, const Text& from) {
+  if (mWaitForThisCommand == kNoWait || mWaitForThisCommand != command) return false;
+  mCommandResponse = data;
+  mMessageFrom = from;
+  return true;
+}
+
+}  // namespace quorvel

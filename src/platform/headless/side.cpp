@@ -1,0 +1,26 @@
+#include "platform/headless/side.h"
+
+#include <utility>
+
+namespace quorvel::headless {
+
+void Dialogs::Message(std::string_view text) {
+  messages.emplace_back(text);
+  if (while_open) std::exchange(while_open, nullptr)();
+}
+
+std::optional<std::filesystem::path> Dialogs::AskSaveFile(const native::SaveQuestion& question) {
+  save_questions.push_back(question);
+  if (while_open) std::exchange(while_open, nullptr)();
+  if (save_answers.empty()) return std::nullopt;
+  const auto answer = save_answers.front();
+  save_answers.pop_front();
+  return answer;
+}
+
+std::optional<int32_t> Desktop::Gestalt(std::string_view selector) {
+  const auto found = gestalt.find(selector);
+  return found == gestalt.end() ? std::nullopt : std::optional(found->second);
+}
+
+}  // namespace quorvel::headless

@@ -1,0 +1,72 @@
+#pragma once
+
+#include <concepts>
+#include <cstddef>
+#include <memory>
+#include <utility>
+
+namespace quorvel {
+
+/// The empty reference.
+inline constexpr std::nullptr_t Nil = nullptr;
+
+namespace detail {
+[[noreturn]] void RaiseNilObject();
+[[noreturn]] void RaiseIllegalCast();
+}  // namespace detail
+
+/// Base of everything with identity: windows, controls, sockets, streams. Objects are made with
+/// `New`, held through `Ref`, never copied, and go with their last reference.
+class Object : public std::enable_shared_from_this<Object> {
+ public:
+  virtual ~Object() = default;
+  Object(const Object&) = delete;
+  Object& operator=(const Object&) = delete;
+
+ protected:
+  Object() = default;
+};
+
+/// A counted reference. Using Nil raises `NilObjectException` where a plain pointer would crash.
+template <class T>
+class Ref {
+ public:
+  Ref() = default;
+  Ref(std::nullptr_t) {}
+  explicit Ref(std::shared_ptr<T> object) : mObject(std::move(object)) {}
+  template <class U>
+  requires std::convertible_to<U*, T*> Ref(const Ref<U>& other) : mObject(other.Shared()) {}
+
+  T* operator->() const { return &**this; }
+  T& operator*() const {
+    if (!mObject) detail::RaiseNilObject();
+    return *mObject;
+  }
+  explicit operator bool() const { return mObject != nullptr; }
+  bool operator==(const Ref& other) const = default;
+  const std::shared_ptr<T>& Shared() const { return mObject; }
+
+ private:
+  std::shared_ptr<T> mObject;
+};
+
+template <class T, class... Arguments>
+[[nodiscard]] Ref<T> New(Arguments&&... arguments) {
+  return Ref<T>(std::make_shared<T>(std::forward<Arguments>(arguments)...));
+}
+
+/// The same object seen as a `T`. Nil stays Nil; raises `IllegalCastException` if it is no `T`.
+template <class T, class U>
+[[nodiscard]] Ref<T> Cast(const Ref<U>& object) {
+  auto cast = std::dynamic_pointer_cast<T>(object.Shared());
+  if (object && !cast) detail::RaiseIllegalCast();
+  return Ref<T>(std::move(cast));
+}
+
+/// A new reference to `object`, which must be held by a `Ref` already.
+template <class T>
+[[nodiscard]] Ref<T> Self(T& object) {
+  return Ref<T>(std::static_pointer_cast<T>(object.shared_from_this()));
+}
+
+}  // namespace quorvel

@@ -1,0 +1,37 @@
+#include "platform/qt/control_widget.h"
+
+#include "platform/qt/font.h"
+#include "platform/qt/keyboard_order.h"
+#include "platform/qt/strings.h"
+
+namespace quorvel::qt {
+
+namespace {
+
+void ShowPointer(QWidget& widget, bool finger) {
+  if (finger) {
+    widget.setCursor(Qt::PointingHandCursor);
+  } else if (widget.cursor().shape() == Qt::PointingHandCursor) {
+    widget.unsetCursor();
+  }
+}
+
+// What screen readers say of the control.
+QString SpokenName(const native::ControlState& state) { return FromUtf8(state.Caption); }
+
+}  // namespace
+
+void ShowControl(QWidget& widget, const native::ControlState& state) {
+  widget.setObjectName(FromUtf8(state.Name));
+  widget.setAccessibleName(SpokenName(state));
+  widget.setGeometry(state.Left, state.Top, state.Width, state.Height);
+  widget.setFont(FontOf(state));
+  widget.setAttribute(Qt::WA_MacShowFocusRect, state.UseFocusRing);
+  ShowPointer(widget, state.FingerPointer);
+  SetTabIndex(widget, state.TabIndex);
+  widget.setEnabled(state.Enabled);
+  widget.setVisible(state.Visible);
+  static_cast<Content*>(widget.parentWidget())->OrderSoon();
+}
+
+}  // namespace quorvel::qt

@@ -1,0 +1,11 @@
+#pragma once
+
+#include "platform/native.h"
+#include "platform/qt/content.h"
+
+namespace quorvel::qt {
+
+/// Shows the part of a state that is the same for controls of all kinds.
+void ShowControl(QWidget& widget, const native::ControlState& state);
+
+}  // namespace quorvel::qt

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QString>
+
+#include "platform/native.h"
+
+namespace quorvel::qt {
+
+/// Dialogs that hold up the program's windows, but neither its sockets nor its timers.
+class Dialogs final : public native::Dialogs {
+ public:
+  void Message(std::string_view text) override;
+  [[nodiscard]] std::optional<std::filesystem::path> AskSaveFile(
+      const native::SaveQuestion& question) override;
+
+ private:
+  QString last_folder;  // empty until the user has chosen one
+};
+
+}  // namespace quorvel::qt

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "platform/menu.h"
+#include "platform/object.h"
+
+namespace quorvel {
+
+namespace menu_bar {
+
+/// The one menu bar, shared by the application and all windows.
+class MenuBar1 : public MenuBar {
+ public:
+  void Constructor();
+
+ protected:
+  virtual void Untitled0();
+  virtual void Untitled1();
+  virtual void Untitled2();
+};
+
+}  // namespace menu_bar
+
+/// The instance; made on first use, kept until the end of the process.
+[[nodiscard]] Ref<menu_bar::MenuBar1> MenuBar1();
+void _ReleaseMenuBar1();
+
+/// The application's own items, found in its menu bar.
+[[nodiscard]] Ref<AppleMenuItem> HelpAbout();
+[[nodiscard]] Ref<MenuItem> HelpHelp();
+[[nodiscard]] Ref<MenuItem> HelpKeyInformation();
+
+}  // namespace quorvel

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "platform/object.h"
+#include "platform/resources.h"
+#include "platform/text.h"
+
+namespace quorvel {
+
+// The program's own texts, pictures and sound. Each is read on first use and kept until the end
+// of the process; a text that is missing is empty, a picture or sound Nil.
+
+[[nodiscard]] Ref<Picture> OssiandTitle();
+[[nodiscard]] Ref<Picture> Ossiand();
+[[nodiscard]] Ref<Sound> sndRegSuccess();
+[[nodiscard]] Text ReadMeFirst7();
+[[nodiscard]] Text ReadMeFirst0();
+[[nodiscard]] Text ReadMeFirstMac1();
+[[nodiscard]] Text ReadMeFirstMac2();
+[[nodiscard]] Text ReadMeFirstMac3();
+[[nodiscard]] Text ReadMeFirstMac4();
+[[nodiscard]] Text ReadMeFirstMac6();
+[[nodiscard]] Text ReadMeFirstMac8();
+[[nodiscard]] Text QuorvelInstructions();
+
+void _ReleaseResources();
+
+}  // namespace quorvel

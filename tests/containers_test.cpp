@@ -1,0 +1,82 @@
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "platform/dictionary.h"
+#include "platform/exceptions.h"
+#include "platform/memory_block.h"
+
+namespace quorvel {
+namespace {
+
+constexpr int32_t kDoesNotFit = 2147483647;
+
+MemoryBlock BlockOf(const std::string& bytes) {
+  MemoryBlock block(static_cast<int32_t>(bytes.size()));
+  block.LittleEndian(false);
+  block.StringValue(0, block.Size(), Text::FromBytes(bytes));
+  return block;
+}
+
+std::string All(const MemoryBlock& block) {
+  return std::string(block.StringValue(0, block.Size()).Bytes());
+}
+
+TEST(MemoryBlock, IntegersInBothByteOrders) {
+  MemoryBlock block(8);
+  block.LittleEndian(false);
+  block.Long(0, 10);
+  block.Long(4, -2);
+  EXPECT_EQ(All(block), std::string("\0\0\0\x0A\xFF\xFF\xFF\xFE", 8));
+  EXPECT_EQ(block.Long(4), -2);
+  block.LittleEndian(true);
+  EXPECT_EQ(block.Long(0), 0x0A000000);
+}
+
+TEST(MemoryBlock, ReadsThatDoNotFit) {
+  const MemoryBlock block = BlockOf("abcdef");
+  EXPECT_EQ(block.Long(3), kDoesNotFit);
+  EXPECT_EQ(block.Long(-1), kDoesNotFit);
+  EXPECT_EQ(block.Long(kDoesNotFit), kDoesNotFit);
+  EXPECT_EQ(block.StringValue(4, 9).Bytes(), "ef");
+  EXPECT_EQ(block.StringValue(6, 1).Bytes(), "");
+  EXPECT_EQ(block.StringValue(8, -8).Bytes(), "");
+  EXPECT_EQ(block.StringValue(2, kDoesNotFit).Bytes(), "cdef");
+}
+
+TEST(MemoryBlock, WritesThatDoNotFitChangeNothing) {
+  MemoryBlock block = BlockOf("abcdef");
+  EXPECT_THROW(block.Long(3, 1), OutOfBoundsException);
+  EXPECT_THROW(block.StringValue(5, 2, "xy"), OutOfBoundsException);
+  EXPECT_THROW(block.StringValue(-1, 1, "x"), OutOfBoundsException);
+  EXPECT_THROW(MemoryBlock(-1), OutOfBoundsException);
+  EXPECT_EQ(All(block), "abcdef");
+}
+
+TEST(MemoryBlock, SharesATextUntilOneSideWrites) {
+  const Text text = Text("12345678") + "rest";
+  MemoryBlock block(LenB(text));
+  block.StringValue(0, block.Size(), text);
+  EXPECT_EQ(block.StringValue(8, 4).Bytes().data(), text.Bytes().data() + 8);
+  block.StringValue(0, 2, "ab");
+  EXPECT_EQ(All(block), "ab345678rest");
+  EXPECT_EQ(text.Bytes(), "12345678rest");
+  EXPECT_EQ(All(MemoryBlock(3)), std::string(3, '\0'));
+}
+
+TEST(Dictionary, KeepsTheOrderOfItsKeys) {
+  Dictionary senders;
+  senders.Value("10.0.0.2", "b");
+  senders.Value("10.0.0.1", "a");
+  senders.Value("10.0.0.2", "c");
+  ASSERT_EQ(senders.Count(), 2);
+  EXPECT_EQ(senders.Key(0).Bytes(), "10.0.0.2");
+  EXPECT_EQ(senders.Value("10.0.0.2").Bytes(), "c");
+  EXPECT_EQ(senders.Lookup("10.0.0.3", "none").Bytes(), "none");
+  EXPECT_FALSE(senders.HasKey("10.0.0.3"));
+  EXPECT_THROW(static_cast<void>(senders.Value("10.0.0.3")), KeyNotFoundException);
+  EXPECT_THROW(static_cast<void>(senders.Key(2)), OutOfBoundsException);
+}
+
+}  // namespace
+}  // namespace quorvel

@@ -1,0 +1,163 @@
+#include <QAction>
+#include <QApplication>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+#include <utility>
+
+#include "platform/qt/side.h"
+#include "support/hands.h"
+
+namespace quorvel {
+
+namespace {
+
+// Each message box is noted, lived through, and dismissed.
+class MessageReader : public QObject {
+ public:
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    auto* const box = qobject_cast<QMessageBox*>(watched);
+    if (box != nullptr && event->type() == QEvent::Show) {
+      QTimer::singleShot(0, box, [this, box] {
+        texts.push_back(box->text().toStdString());
+        if (act) std::exchange(act, nullptr)();
+        box->accept();
+      });
+    }
+    return false;
+  }
+
+  std::vector<std::string> texts;
+  std::function<void()> act;
+};
+
+class QtHands : public Hands {
+ public:
+  QtHands() : mSide(qt::MakeSide(mArgumentCount, mArguments)) {
+    qApp->installEventFilter(&mMessages);
+  }
+
+  native::Side& Side() override { return *mSide; }
+  bool WaitUntil(const std::function<bool()>& reached) override {
+    return QTest::qWaitFor(reached, 5000);
+  }
+  void Post(std::function<void()> step) override { QTimer::singleShot(0, qApp, std::move(step)); }
+
+  bool IsOpen(const std::string& title) override { return WindowOf(title) != nullptr; }
+  std::pair<int, int> ContentSize(const std::string& title) override {
+    return {Content(title)->width(), Content(title)->height()};
+  }
+  std::string ShownText(const std::string& field) override {
+    if (auto* const line = Control<QLineEdit>(field)) return line->text().toStdString();
+    auto* const area = Control<QPlainTextEdit>(field);
+    QCoreApplication::processEvents();
+    return area->toPlainText().toStdString();
+  }
+  Place PlaceOf(const std::string& control) override {
+    const QRect place = Control<QWidget>(control)->geometry();
+    return {place.x(), place.y(), place.width(), place.height()};
+  }
+  bool HasFingerCursor(const std::string& control) override {
+    return Control<QWidget>(control)->cursor().shape() == Qt::PointingHandCursor;
+  }
+  std::vector<std::string> EnabledItems() override {
+    std::vector<std::string> enabled;
+    for (auto* const menu : Bar()->findChildren<QMenu*>()) {
+      emit menu->aboutToShow();
+      for (auto* const action : menu->actions()) {
+        if (action->isEnabled()) enabled.push_back(action->objectName().toStdString());
+      }
+    }
+    return enabled;
+  }
+  std::vector<std::string> Messages() override { return mMessages.texts; }
+
+  void PressCloseButton(const std::string& title) override { WindowOf(title)->close(); }
+  void Resize(const std::string& title, int width, int height) override {
+    auto* const window = WindowOf(title);
+    const QSize change = QSize(width, height) - Content(title)->size();
+    window->resize(window->size() + change);
+  }
+  void BringToFront(const std::string& title) override {
+    auto* const window = WindowOf(title);
+    window->activateWindow();
+    static_cast<void>(WaitUntil([&] { return window->isActiveWindow(); }));
+  }
+  void Choose(const std::string& item) override {
+    Bar()->findChild<QAction*>(QString::fromStdString(item))->trigger();
+  }
+  void Type(const std::string& field, const std::string& text) override {
+    QTest::keyClicks(Control<QWidget>(field), QString::fromStdString(text));
+  }
+  void PressButton(const std::string& button) override { Control<QPushButton>(button)->click(); }
+  void MoveMouse(const std::string& title, int x, int y) override {
+    Mouse(QEvent::MouseMove, title, x, y);
+  }
+  void PressMouse(const std::string& title, int x, int y) override {
+    Mouse(QEvent::MouseButtonPress, title, x, y);
+  }
+  void ReleaseMouse(const std::string& title, int x, int y) override {
+    Mouse(QEvent::MouseButtonRelease, title, x, y);
+  }
+  void WhileNextMessageIsUp(std::function<void()> act) override { mMessages.act = std::move(act); }
+
+ private:
+  static QWidget* WindowOf(const std::string& title) {
+    for (auto* const window : QApplication::topLevelWidgets()) {
+      const bool shown = window->isVisible() && qobject_cast<QMenu*>(window) == nullptr;
+      if (shown && window->windowTitle() == QString::fromStdString(title)) return window;
+    }
+    return nullptr;
+  }
+  static QWidget* Content(const std::string& title) {
+    for (auto* const child : WindowOf(title)->findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+      if (qobject_cast<QMenuBar*>(child) == nullptr) return child;
+    }
+    return nullptr;
+  }
+  static QMenuBar* Bar() {
+    auto* const window = QApplication::activeWindow();
+    auto* const front = window != nullptr ? window : QApplication::topLevelWidgets().front();
+    return front->findChild<QMenuBar*>();
+  }
+  template <class Widget>
+  static Widget* Control(const std::string& name) {
+    for (auto* const window : QApplication::topLevelWidgets()) {
+      if (!window->isVisible()) continue;
+      if (auto* const found = window->findChild<Widget*>(QString::fromStdString(name)))
+        return found;
+    }
+    return nullptr;
+  }
+  // The mouse acts on the widget under it; once pressed, on that one until it is released.
+  void Mouse(QEvent::Type type, const std::string& title, int x, int y) {
+    auto* const content = Content(title);
+    auto* const under = content->childAt(x, y);
+    auto* const target = mGrabbed != nullptr ? mGrabbed : under != nullptr ? under : content;
+    mGrabbed = type == QEvent::MouseButtonPress     ? target
+               : type == QEvent::MouseButtonRelease ? nullptr
+                                                    : mGrabbed;
+    const auto button = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
+    QMouseEvent event(type, target->mapFrom(content, QPointF(x, y)),
+                      content->mapToGlobal(QPointF(x, y)), button, button, Qt::NoModifier);
+    QApplication::sendEvent(target, &event);
+  }
+
+  int mArgumentCount = 1;
+  char mName[8] = "quorvel";
+  char* mArguments[2] = {mName, nullptr};
+  MessageReader mMessages;
+  std::unique_ptr<native::Side> mSide;
+  QWidget* mGrabbed = nullptr;
+};
+
+}  // namespace
+
+std::unique_ptr<Hands> Hands::Make() { return std::make_unique<QtHands>(); }
+
+}  // namespace quorvel
