@@ -1,0 +1,63 @@
+#!/usr/bin/env bash
+# What the compiler alone does not see: shell syntax, tests that nothing builds, headers that do not
+# compile alone, and clang-tidy, which also brings clang's warnings. All faults are errors.
+set -euo pipefail
+source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
+
+commands=build/release/compile_commands.json
+
+check_shell() {
+  local script
+  for script in scripts/*.sh .ci/run; do bash -n "$script"; done
+}
+
+check_tests_are_built() {
+  local test lost=0
+  for test in tests/*_test.cpp; do
+    if ! grep -qF "\"file\": \"$root/$test\"" "$commands"; then
+      say "no target builds $test"
+      lost=1
+    fi
+  done
+  return "$lost"
+}
+
+# compile_flags SOURCE: how the build compiles it, up to the output file.
+compile_flags() {
+  sed -n "s|^ *\"command\": \"\(.*\) -o [^ ]* -c $root/$1\".*|\1|p" "$commands" | head -n 1
+}
+
+# check_headers SOURCE: compiles each header that comes on standard input by itself, as SOURCE is
+# compiled.
+check_headers() {
+  local -a flags
+  read -r -a flags <<<"$(compile_flags "$1")"
+  if [[ ${#flags[@]} -eq 0 ]]; then fail "the build does not compile $1"; fi
+  xargs -r -P "$(nproc)" -I HEADER "${flags[@]}" -fsyntax-only -include "$root/HEADER" -x c++ /dev/null
+}
+
+check_headers_alone() {
+  find src -name '*.h' -not -path 'src/platform/qt/*' | check_headers src/platform/text.cpp
+  find src/platform/qt -name '*.h' | check_headers src/platform/qt/desktop.cpp
+}
+
+check_tidy() {
+  local log=build/clang-tidy.log
+  if run-clang-tidy -quiet -j "$(nproc)" -p build/release \
+       "^$root/(src|tools|tests|bench)/" >"$log" 2>&1; then
+    return
+  fi
+  grep -E '(error|warning|note):|^Error' -A 3 "$log" >&2 || tail -n 40 "$log" >&2
+  say "clang-tidy objects; the whole log is $log"
+  return 1
+}
+
+install_packages "${build_packages[@]}" "${desktop_packages[@]}" "${test_packages[@]}" \
+                 "${check_packages[@]}"
+check_shell
+# The build makes what some sources include.
+configure release ON
+build release
+check_tests_are_built
+check_headers_alone
+check_tidy

@@ -1,0 +1,124 @@
+"""The real program on a screen of its own: started, sent to, read, closed.
+
+Usage: smoke_test.py FOLDER-OF-THE-PROGRAMS. Ends with 77 where there is no private network.
+"""
+
+import os
+import pathlib
+import socket
+import struct
+import subprocess
+import sys
+import tempfile
+import time
+
+PROGRAMS = pathlib.Path(sys.argv[1])
+TITLE = "Quorvel v1.0.5 -  Listening..."
+KEY, GROUP, PORT = "Maple-Room-7", "224.195.13.122", 5563
+
+
+def wait_for(what, reached, seconds=20):
+    end = time.monotonic() + seconds
+    while time.monotonic() < end:
+        value = reached()
+        if value:
+            return value
+        time.sleep(0.05)
+    sys.exit(f"never came about: {what}")
+
+
+def output(*command):
+    return subprocess.run(command, capture_output=True, text=True).stdout.strip()
+
+
+def send_by_hand(plain):
+    """A sender that shares no code with the program."""
+    letters = "abcdefghijklmnopqrstuvwxyz"
+    straight = letters + letters.upper() + "0123456789"
+    mirrored = letters[::-1] + letters[::-1].upper() + "9876543210"
+    payload = plain.translate(str.maketrans(straight, mirrored)).encode()
+    packet = struct.pack(">ii", 8 + len(payload), 0) + payload
+    with socket.socket(socket.AF_INET, socket.SOCK_DGRAM) as sender:
+        sender.sendto(packet, (GROUP, PORT))
+
+
+def window():
+    return output("xdotool", "search", "--onlyvisible", "--name", TITLE)
+
+
+def log_text(window_id):
+    """What a user gets who selects the whole log and copies it."""
+    output("xdotool", "windowactivate", "--sync", window_id, "mousemove", "--window", window_id,
+           "300", "200", "click", "1", "key", "ctrl+a", "ctrl+c")
+    return output("xclip", "-o", "-selection", "clipboard")
+
+
+def start_screen(started):
+    read, write = os.pipe()
+    started.append(subprocess.Popen(
+        ["Xvfb", "-displayfd", str(write), "-screen", "0", "1024x768x24"], pass_fds=[write],
+        stderr=subprocess.DEVNULL))
+    os.close(write)
+    with os.fdopen(read) as number:
+        os.environ["DISPLAY"] = ":" + number.readline().strip()
+    started.append(subprocess.Popen(["openbox"], stderr=subprocess.DEVNULL))
+
+
+def run(home, started):
+    folder = home / "Documents" / "Quorvel"
+    folder.mkdir(parents=True)
+    (folder / "QuorvelKeyFile").write_text("1.0.5\n" + KEY)
+    os.environ.update(HOME=str(home), XDG_RUNTIME_DIR=str(home), XDG_CONFIG_HOME=str(home),
+                      QT_QPA_PLATFORM="xcb", LC_ALL="C.UTF-8")
+    home.chmod(0o700)
+    start_screen(started)
+    program = subprocess.Popen([PROGRAMS / "quorvel"])
+    started.append(program)
+    window_id = wait_for("a listening window", window)
+
+    send_by_hand("Hello, World 2007")
+    subprocess.run([PROGRAMS / "quorvel-send", "--key", KEY, "--", "Marks: 9 of 10", "-2"], check=True)
+    expected = "".join(f"IP Address: 10.77.0.1 Sent: {text}\n"
+                       for text in ("Hello, World 2007", "Marks: 9 of 10", "-2")).strip()
+    wait_for("the three lines in the log", lambda: log_text(window_id) == expected)
+    output("import", "-window", "root", str(PROGRAMS.parent / "smoke.png"))
+
+    output("xdotool", "windowactivate", "--sync", window_id, "key", "alt+F4")
+    if program.wait(timeout=20) != 0:
+        sys.exit(f"the program ended with {program.returncode}")
+
+
+def send_fails(*options):
+    done = subprocess.run([PROGRAMS / "quorvel-send", *options], capture_output=True, text=True,
+                          stdin=subprocess.DEVNULL)
+    if done.returncode == 0 or not done.stderr.strip():
+        sys.exit(f"quorvel-send {options} should have failed with a message: {done}")
+
+
+def check_bad_use():
+    send_fails("--key", "four", "text")
+    send_fails("--key", KEY)
+    send_fails("text")
+    send_fails("--key", KEY, "--no-such-option", "text")
+    send_fails("--key", KEY, "--command", "many", "text")
+    send_fails("--to", "no.address", "text")
+    send_fails("--key", "224...", "text")
+    send_fails("--key", KEY, "x" * 65500)
+
+
+def main():
+    if "QUORVEL_PRIVATE_NETWORK" not in os.environ:
+        print("no private network: the program is not started")
+        sys.exit(77)
+    check_bad_use()
+    started = []
+    with tempfile.TemporaryDirectory(prefix="quorvel-") as home:
+        try:
+            run(pathlib.Path(home), started)
+        finally:
+            for process in reversed(started):
+                process.terminate()
+                process.wait()
+
+
+main()
