@@ -14,7 +14,7 @@ using quorvel::Text;
 // The log's own way: the whole text is read, joined and assigned for each line.
 void AppendLines(benchmark::State& state) {
   const auto lines = state.range(0);
-  for (auto run : state) {
+  while (state.KeepRunning()) {
     Text log;
     for (int64_t i = 0; i < lines; ++i) {
       log = log + "IP Address: " + "10.77.0.1" + " Sent: " + "Marks: 9 of 10" + quorvel::EndOfLine;
@@ -30,7 +30,7 @@ void CutAtTheFront(benchmark::State& state) {
   const Text packet = Text::FromBytes(std::string(100, 'x'));
   Text stream;
   for (int64_t i = 0; i < state.range(0); ++i) stream = stream + packet;
-  for (auto run : state) stream = quorvel::MidB(stream + packet, 101);
+  while (state.KeepRunning()) stream = quorvel::MidB(stream + packet, 101);
   state.SetItemsProcessed(state.iterations());
 }
 BENCHMARK(CutAtTheFront)->RangeMultiplier(100)->Range(1, 10000);
@@ -38,7 +38,7 @@ BENCHMARK(CutAtTheFront)->RangeMultiplier(100)->Range(1, 10000);
 void WalkCharacters(benchmark::State& state, const std::string& character) {
   std::string bytes;
   for (int64_t i = 0; i < state.range(0); ++i) bytes += character;
-  for (auto run : state) {
+  while (state.KeepRunning()) {
     const Text text = Text::FromBytes(bytes);
     int64_t sum = 0;
     for (int32_t i = 1; i <= quorvel::Len(text); ++i) sum += quorvel::Asc(quorvel::Mid(text, i, 1));
@@ -51,7 +51,7 @@ BENCHMARK_CAPTURE(WalkCharacters, accented, "é")->Range(1 << 10, 1 << 20);
 
 void Decode(benchmark::State& state) {
   const Text data = Text::FromBytes(std::string(65499, 'z'));
-  for (auto run : state) benchmark::DoNotOptimize(quorvel::mGlobals::mDecodeWordReverse(data));
+  while (state.KeepRunning()) benchmark::DoNotOptimize(quorvel::mGlobals::mDecodeWordReverse(data));
 }
 BENCHMARK(Decode)->Unit(benchmark::kMicrosecond);
 

@@ -172,7 +172,7 @@ class Contract : public testing::Test {
     _RuntimeRun();
   }
   static Ref<Probe> OpenProbe() {
-    const auto probe = ImplicitWindow<Probe>();
+    auto probe = ImplicitWindow<Probe>();
     gEvents.clear();
     return probe;
   }

@@ -9,6 +9,8 @@ namespace {
 
 class HeadlessHands : public Hands {
  public:
+  HeadlessHands() { mSide.desktop.resources = QUORVEL_RESOURCES; }
+
   native::Side& Side() override { return mSide; }
 
   bool WaitUntil(const std::function<bool()>& reached) override {

@@ -62,6 +62,9 @@ def start_screen(started):
     with os.fdopen(read) as number:
         os.environ["DISPLAY"] = ":" + number.readline().strip()
     started.append(subprocess.Popen(["openbox"], stderr=subprocess.DEVNULL))
+    # A window that is shown while the window manager starts may never come up.
+    wait_for("a window manager", lambda: "window id" in output(
+        "xprop", "-root", "_NET_SUPPORTING_WM_CHECK"))
 
 
 def run(home, started):

@@ -8,12 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/runtime.h"
-#include "platform/window.h"
-#include "shell/entry.h"
 #include "shell/globals.h"
-#include "support/scripted_sockets.h"
-#include "support/temporary_folder.h"
+#include "support/program.h"
 
 namespace quorvel {
 namespace {
@@ -26,34 +22,7 @@ constexpr const char* kVersionWarning =
     "function as expected.";
 constexpr const char* kKeyMessage =
     "A QuorvelKeyFile was found, but a valid key code was not within.";
-constexpr const char* kListening = "Quorvel v1.0.5 -  Listening...";
-constexpr const char* kGettingStarted = "Getting Started";
-
-class Startup : public testing::Test {
- protected:
-  Startup() { mSide.desktop.documents = mFolder.Path(); }
-
-  [[nodiscard]] std::filesystem::path KeyFile() const {
-    return mFolder.Path() / "Quorvel" / "QuorvelKeyFile";
-  }
-  void KeyFileHolds(const std::string& bytes) { WriteFile(KeyFile(), bytes); }
-  /// Runs the program through; `look` happens when it has nothing more to do by itself.
-  int Run(const std::function<void()>& look) {
-    mSide.loop.Post(look);
-    return RunQuorvel(mSide);
-  }
-  std::vector<std::string> Titles() {
-    std::vector<std::string> titles;
-    for (const auto& window : mSide.windows.open) titles.push_back(window->state.Title);
-    return titles;
-  }
-  void CloseWindow(const std::string& title) {
-    mSide.windows.Find(title)->listener->OnCloseRequested();
-  }
-
-  TemporaryFolder mFolder;
-  OfflineSide mSide;
-};
+using Startup = Program;
 
 TEST_F(Startup, EachKeyFileHasItsMessagesAndItsWindow) {
   struct Case {
@@ -62,7 +31,8 @@ TEST_F(Startup, EachKeyFileHasItsMessagesAndItsWindow) {
     std::string window;
     std::string key;
   };
-  const std::string garbage(10'000'000, 'x');
+  std::string garbage;
+  garbage.resize(10'000'000, 'x');
   const std::vector<Case> cases = {
       {std::nullopt, {}, kGettingStarted, ""},
       {"1.0.5\nMaple", {}, kListening, "Maple"},
@@ -89,15 +59,16 @@ TEST_F(Startup, EachKeyFileHasItsMessagesAndItsWindow) {
       {garbage, {kVersionWarning, kKeyMessage}, kGettingStarted, ""},
       {"1\n" + garbage, {}, kListening, garbage},
   };
-  for (const auto& [file, messages, window, key] : cases) {
+  for (const Case& each : cases) {
+    const auto& file = each.file;
     SCOPED_TRACE(testing::PrintToString(file ? file->substr(0, 60) : "absent"));
     std::filesystem::remove(KeyFile());
     if (file) KeyFileHolds(*file);
     mSide.dialogs.messages.clear();
     Run([&] {
-      EXPECT_EQ(mSide.dialogs.messages, messages);
-      EXPECT_THAT(Titles(), ElementsAre(window));
-      EXPECT_TRUE(mGlobals::sProgID.Bytes() == key);
+      EXPECT_EQ(mSide.dialogs.messages, each.messages);
+      EXPECT_THAT(Titles(), ElementsAre(each.window));
+      EXPECT_TRUE(mGlobals::sProgID.Bytes() == each.key);
     });
     EXPECT_TRUE(!file || ReadFile(KeyFile()) == *file);
   }

@@ -93,7 +93,7 @@ void Declare(CLI::App& app, Options& options) {
 
 }  // namespace
 
-int main(int argc, char** argv) {
+int main(int argc, char** argv) try {
   CLI::App app("Sends texts to the Quorvel windows that listen for a key.", "quorvel-send");
   Options options;
   Declare(app, options);
@@ -105,4 +105,6 @@ int main(int argc, char** argv) {
     return Fail("give at least one text, or --stdin");
   }
   return SendAll(options);
+} catch (const std::exception& exception) {
+  return Fail(exception.what());
 }

@@ -1,11 +1,20 @@
 #include "key/create_key_file_window.h"
 
+#include "log/main_window.h"
+#include "platform/files.h"
 #include "platform/runtime.h"
+#include "platform/system.h"
+#include "shell/file_types.h"
 #include "shell/globals.h"
+#include "ui/resources.h"
 
 namespace quorvel {
 
 namespace {
+
+constexpr int32_t kShortestKey = 5;
+constexpr const char* kKeyFileName = "QuorvelKeyFile";
+constexpr const char* kVersionMarker = "1.0.5";
 
 constexpr Property kWindow[] = {
     {"Title", "Getting Started"},
@@ -26,14 +35,122 @@ constexpr Property kWindow[] = {
     {"HasBackColor", false},
 };
 
+constexpr Property kGenerate[] = {
+    {"Name", "pbGenerate"},
+    {"TabIndex", 0},
+    {"Left", 317},
+    {"Top", 434},
+    {"Width", 135},
+    {"Height", 20},
+    {"Caption", "Generate Key File"},
+    {"Default", false},
+    {"Cancel", false},
+    {"TextFont", "System"},
+    {"TextSize", 0},
+};
+
+constexpr Property kKey[] = {
+    {"Name", "efKey"},      {"AccessibleName", "Key"},
+    {"TabIndex", 1},        {"Left", 9},
+    {"Top", 433},           {"Width", 296},
+    {"Height", 22},         {"Multiline", false},
+    {"LimitText", 20},      {"Password", false},
+    {"Border", true},       {"Styled", false},
+    {"UseFocusRing", true}, {"ReadOnly", false},
+    {"TextFont", "System"}, {"TextSize", 0},
+    {"Text", ""},
+};
+
+constexpr Property kInstructions[] = {
+    {"Name", "efHelp"},
+    {"AccessibleName", "Instructions"},
+    {"TabIndex", 2},
+    {"Left", 9},
+    {"Top", 8},
+    {"Width", 617},
+    {"Height", 413},
+    {"Multiline", true},
+    {"ScrollbarVertical", true},
+    {"ReadOnly", false},
+    {"Border", true},
+    {"Styled", false},
+    {"UseFocusRing", true},
+    {"TextFont", "System"},
+    {"TextSize", 0},
+    {"Text", ""},
+};
+
 }  // namespace
 
 namespace create_key_file_window {
 
+using namespace mGlobals;
+
 void wCreateKeyFile::Layout() { LayOut(kWindow); }
 
+void wCreateKeyFile::CreateControls() {
+  CreateControl<PushButton>("pbGenerate", kGenerate);
+  _InstallInstanceEventHandler(RuntimeWindowControlByName(*this, "pbGenerate"), "Action",
+                               RuntimeSwapSelfAndMe(*this, &wCreateKeyFile::pbGenerate_Action));
+  CreateControl<EditField>("efKey", kKey);
+  CreateControl<editFieldExtras>("efHelp", kInstructions);
+}
+
+void wCreateKeyFile::AddMenuHandlers() {
+  _AddMenuHandler("FilePrint", [this] { return _FilePrint_Action(); });
+  _AddMenuHandler("FileSave", [this] { return _FileSave_Action(); });
+}
+
+Ref<editFieldExtras> wCreateKeyFile::efHelp() const {
+  return ControlOf<editFieldExtras>(*this, "efHelp");
+}
+
+Ref<EditField> wCreateKeyFile::efKey() const { return ControlOf<EditField>(*this, "efKey"); }
+
+void wCreateKeyFile::Event_Open() { efHelp()->Text(QuorvelInstructions()); }
+
 void wCreateKeyFile::Event_Close() {
-  if (mGlobals::sProgID.IsEmpty()) Quit(0);
+  if (sProgID.IsEmpty()) Quit(0);
+}
+
+void wCreateKeyFile::Event_EnableMenuItems() {
+  FilePrint()->Enabled(true);
+  FileSave()->Enabled(true);
+}
+
+bool wCreateKeyFile::_FilePrint_Action() {
+  efHelp()->efPrint(PageNumbers::Off);
+  return false;
+}
+
+bool wCreateKeyFile::_FileSave_Action() {
+  efHelp()->efSave("Setting up Quorvel");
+  return false;
+}
+
+void wCreateKeyFile::pbGenerate_Action() {
+  const Text key = Trim(efKey()->Text());
+  if (Len(key) < kShortestKey) {
+    MsgBox("Key must be 5-20 characters.");
+    return;
+  }
+  const auto file = GetSaveFolderItem(FileTypes1::pText->ToText(), kKeyFileName);
+  if (!file) return;
+  const auto stream = file->CreateTextFile();
+  if (file->Name() != kKeyFileName) {
+    file->Name(kKeyFileName);
+    MsgBox("Key file must always be named exactly 'QuorvelKeyFile'.");
+  }
+  if (!stream) return;
+  stream->Write(Text(kVersionMarker) + EndOfLine + key);
+  stream->Close();
+  file->MacCreator("QVL7");
+  file->MacType("pref");
+  // As it was typed: blanks at its ends count until the file is read at the next start.
+  sProgID = efKey()->Text();
+  if (const auto sound = sndRegSuccess()) sound->Play();
+  quorvel::wMain()->Show();
+  Close();
 }
 
 }  // namespace create_key_file_window

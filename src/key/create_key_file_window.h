@@ -1,5 +1,6 @@
 #pragma once
 
+#include "log/edit_field_extras.h"
 #include "platform/object.h"
 #include "ui/app_window.h"
 
@@ -7,16 +8,29 @@ namespace quorvel {
 
 namespace create_key_file_window {
 
-/// The window of a first start. Closing it without a key ends the program.
+/// The window of a first start: shows the instructions, takes the key, writes the key file
+/// (`docs/key-file.md`) and hands over to the main window. Closing it without a key ends the
+/// program.
 class wCreateKeyFile : public AppWindow {
  public:
   static constexpr const char* kClassName = "wCreateKeyFile.wCreateKeyFile";
 
+  [[nodiscard]] Ref<editFieldExtras> efHelp() const;
+  [[nodiscard]] Ref<EditField> efKey() const;
+
   [[nodiscard]] Text _ClassName() const override { return kClassName; }
+  void Event_Open() override;
   void Event_Close() override;
+  void Event_EnableMenuItems() override;
+
+  virtual void pbGenerate_Action();
+  virtual bool _FilePrint_Action();
+  virtual bool _FileSave_Action();
 
  protected:
   void Layout() override;
+  void CreateControls() override;
+  void AddMenuHandlers() override;
 };
 
 }  // namespace create_key_file_window

@@ -27,6 +27,7 @@ constexpr Property kWindow[] = {
 
 constexpr Property kSentence[] = {
     {"Name", "editFieldExtras1"},
+    {"AccessibleName", "Key information"},
     {"TabIndex", 0},
     {"Left", 8},
     {"Top", 6},
@@ -75,6 +76,26 @@ void wKeyIs::Event_Open() {
 void wKeyIs::mAppearanceUpdate() {
   editFieldExtras1()->TextFont(sTheFont);
   editFieldExtras1()->TextSize(iTheFontSize);
+}
+
+void wKeyIs::AddMenuHandlers() {
+  _AddMenuHandler("FilePrint", [this] { return _FilePrint_Action(); });
+  _AddMenuHandler("FileSave", [this] { return _FileSave_Action(); });
+}
+
+void wKeyIs::Event_EnableMenuItems() {
+  FilePrint()->Enabled(true);
+  FileSave()->Enabled(true);
+}
+
+bool wKeyIs::_FilePrint_Action() {
+  editFieldExtras1()->efPrint(PageNumbers::Off);
+  return false;
+}
+
+bool wKeyIs::_FileSave_Action() {
+  editFieldExtras1()->efSave("KeyInfo.txt");
+  return false;
 }
 
 }  // namespace key_is_window

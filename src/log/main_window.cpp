@@ -1,6 +1,7 @@
 #include "log/main_window.h"
 
 #include "log/my_easy_udp_socket.h"
+#include "platform/date.h"
 #include "platform/runtime.h"
 #include "shell/globals.h"
 
@@ -47,6 +48,7 @@ constexpr Property kTimer[] = {
 
 constexpr Property kLog[] = {
     {"Name", "efLog"},
+    {"AccessibleName", "Log"},
     {"TabIndex", 1},
     {"TabPanelIndex", 0},
     {"Left", 7},
@@ -104,6 +106,8 @@ void wMain::_CreateControls0() {
 void wMain::AddMenuHandlers() {
   _AddMenuHandler("FontLarger", [this] { return _FontLarger_Action(); });
   _AddMenuHandler("FontSmaller", [this] { return _FontSmaller_Action(); });
+  _AddMenuHandler("FilePrint", [this] { return _FilePrint_Action(); });
+  _AddMenuHandler("FileSave", [this] { return _FileSave_Action(); });
 }
 
 Ref<editFieldExtras> wMain::efLog() const { return ControlOf<editFieldExtras>(*this, "efLog"); }
@@ -141,6 +145,8 @@ void wMain::FitLog() {
 void wMain::Event_EnableMenuItems() {
   FontSmaller()->Enabled(true);
   FontLarger()->Enabled(true);
+  FilePrint()->Enabled(true);
+  FileSave()->Enabled(true);
 }
 
 bool wMain::_FontLarger_Action() {
@@ -152,6 +158,21 @@ bool wMain::_FontLarger_Action() {
 bool wMain::_FontSmaller_Action() {
   const int32_t size = efLog()->TextSize();
   if (size > kSmallestFont) efLog()->TextSize(size - kFontStep);
+  return false;
+}
+
+bool wMain::_FilePrint_Action() {
+  efLog()->efPrint(PageNumbers::On);
+  return false;
+}
+
+bool wMain::_FileSave_Action() {
+  const auto now = __New<Date>();
+  now->Constructor();
+  const Text sFileName = Text("Quorvel Report ") + Str(now->Month()) + "-" + Str(now->Day()) + "-" +
+                         Str(now->Year()) + " " + Str(now->Hour()) + "-" + Str(now->Minute()) +
+                         ".txt";
+  efLog()->efSave(sFileName);
   return false;
 }
 

@@ -31,6 +31,9 @@ class wMain : public AppWindow {
   virtual void tmrUDPCheck_Action();
   virtual bool _FontLarger_Action();
   virtual bool _FontSmaller_Action();
+  virtual bool _FilePrint_Action();
+  /// Saves the log under a name that tells the date and time.
+  virtual bool _FileSave_Action();
 
  protected:
   void Layout() override;

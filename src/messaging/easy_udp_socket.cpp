@@ -1,5 +1,6 @@
 #include "messaging/easy_udp_socket.h"
 
+#include "platform/application.h"
 #include "platform/exceptions.h"
 #include "platform/numbers.h"
 #include "platform/runtime.h"
@@ -52,6 +53,24 @@ void EasyUDPSocket::SendMessageToIndividual(const Text& address, int32_t command
   if (!IsConnected()) return;
   const MemoryBlock packet = CreatePacket(command, data);
   UDPSocket::Write(address, packet.StringValue(0, packet.Size()));
+}
+
+Text EasyUDPSocket::WaitForMessage(int32_t command, Text& from) {
+  const auto app = getAppObject();
+  if (!IsConnected()) return "";
+  mWaitForThisCommand = command;
+  mCommandResponse = "";
+  mMessageFrom = "";
+  while (mCommandResponse.IsEmpty()) {
+    Poll();
+    if (LastErrorCode() != 0) return "";
+    // Sleeps until something happens, so the wait costs next to nothing.
+    app->DoEvents(-1);
+    RuntimeBackgroundTask();
+  }
+  mWaitForThisCommand = kNoWait;
+  from = mMessageFrom;
+  return mCommandResponse;
 }
 
 void EasyUDPSocket::Write(const Text&, const Text&) { Refuse("Write"); }

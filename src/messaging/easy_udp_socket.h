@@ -35,6 +35,11 @@ class EasyUDPSocket : public UDPSocket {
   virtual void SendMessageToGroup(const Text& group, int32_t command, const Text& data);
   /// The same to a host, by its dotted address.
   virtual void SendMessageToIndividual(const Text& address, int32_t command, const Text& data);
+  /// Waits until a message with that command and some data has come, whoever sent it; returns the
+  /// data, and the sender's address in `from`. Events go on meanwhile; messages with other commands
+  /// are dropped. Empty, with `from` as it was, when the socket is not bound or fails. After a
+  /// failure the wait stays on, and messages stay diverted, until a later wait succeeds.
+  virtual Text WaitForMessage(int32_t command, Text& from);
 
  protected:
   /// `code` is the `LastErrorCode` of that moment.

@@ -21,7 +21,7 @@ class Component : public Object {
  public:
   virtual void Constructor() {}
   virtual void _AssignProperties(PropertySet properties) = 0;
-  void _Install(std::string_view event, InstanceEventHandler handler);
+  virtual void _Install(std::string_view event, InstanceEventHandler handler);
   /// What the handler returned; false when there is none.
   bool _Fire(std::string_view event, int32_t x = 0, int32_t y = 0);
 

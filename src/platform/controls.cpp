@@ -3,6 +3,7 @@
 #include <array>
 #include <utility>
 
+#include "platform/printing.h"
 #include "platform/runtime.h"
 
 namespace quorvel {
@@ -11,8 +12,9 @@ namespace {
 
 using State = native::ControlState;
 
-constexpr std::array<PropertyBinding<State>, 33> kBindings = {{
+constexpr std::array<PropertyBinding<State>, 34> kBindings = {{
     {"Name", &State::Name},
+    {"AccessibleName", &State::AccessibleName},
     {"Left", &State::Left},
     {"Top", &State::Top},
     {"Width", &State::Width},
@@ -105,6 +107,12 @@ void EditField::Text(const quorvel::Text& text) {
 
 void EditField::ShowText() const { mNative->SetText(NativeText(mText)); }
 
+Ref<StyledTextPrinter> EditField::styledTextPrinter(const Ref<Graphics>& graphics,
+                                                    int32_t width) const {
+  return New<StyledTextPrinter>(graphics,
+                                graphics->_Job().LayOut(NativeText(mText), mState, width));
+}
+
 void EditField::_Realise(native::Window& window) {
   mNative = window.AddTextField(*this);
   mNative->Update(mState);
@@ -119,6 +127,11 @@ void EditField::OnEdited(std::string_view text) {
 
 Text StaticText::Text() const { return quorvel::Text(mState.Caption.c_str()); }
 void StaticText::Text(const quorvel::Text& text) { Change(mState.Caption, NativeText(text)); }
+
+void StaticText::_Install(std::string_view event, InstanceEventHandler handler) {
+  TextControl::_Install(event, std::move(handler));
+  if (event == "MouseUp") Change(mState.Link, true);
+}
 
 void StaticText::_Realise(native::Window& window) {
   mNative = window.AddLabel();

@@ -12,6 +12,9 @@
 
 namespace quorvel {
 
+class Graphics;
+class StyledTextPrinter;
+
 /// A thing with a native counterpart in a window. Holds the whole state; the native object shows
 /// it, from `_Realise` until `Close`.
 class Control : public Component {
@@ -78,6 +81,10 @@ class EditField : public TextControl, private native::TextFieldListener {
   /// Replaces the whole text. A text that extends the old one costs what it adds.
   void Text(const quorvel::Text& text);
 
+  /// The text as it is now, laid out to `width` for printing.
+  [[nodiscard]] Ref<StyledTextPrinter> styledTextPrinter(const Ref<Graphics>& graphics,
+                                                         int32_t width) const;
+
   void _Realise(native::Window& window) override;
 
  protected:
@@ -107,6 +114,8 @@ class StaticText : public PlainControl<TextControl> {
  public:
   [[nodiscard]] quorvel::Text Text() const;
   void Text(const quorvel::Text& text);
+  /// A handler of "MouseUp" makes the label a link, which the keyboard reaches as well.
+  void _Install(std::string_view event, InstanceEventHandler handler) override;
   void _Realise(native::Window& window) override;
 };
 

@@ -30,6 +30,7 @@ class RuntimeException : public std::exception {
   std::vector<void*> mFrames;
 };
 
+// NOLINTBEGIN(bugprone-macro-parentheses): a class name takes no parentheses.
 #define QUORVEL_EXCEPTION(Name)                                            \
   class Name : public RuntimeException {                                   \
    public:                                                                 \
@@ -46,5 +47,6 @@ QUORVEL_EXCEPTION(StackOverflowException);
 QUORVEL_EXCEPTION(EndException);
 
 #undef QUORVEL_EXCEPTION
+// NOLINTEND(bugprone-macro-parentheses)
 
 }  // namespace quorvel

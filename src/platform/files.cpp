@@ -140,6 +140,8 @@ Ref<FolderItem> GetFolderItem(const Text& name, int32_t path_type) {
 }
 
 Ref<FolderItem> GetSaveFolderItem(const Text& file_type, const Text& default_name) {
+  // A dialog can only start in a folder that is there.
+  MakeFolders(DefaultFolder());
   const auto type = ExtensionsByTypeName().find(std::string(file_type.Bytes()));
   const native::SaveQuestion question{
       .default_name = NativeText(default_name),

@@ -108,7 +108,7 @@ class FileType : public Object {
 [[nodiscard]] Ref<FolderItem> GetFolderItem(const Text& name, int32_t path_type);
 
 /// Asks the user where to save; `file_type` is the name of a registered type. Nil when the user
-/// cancels. Starts in the default folder.
+/// cancels. Starts in the default folder, which is made if need be, or in the folder last used.
 [[nodiscard]] Ref<FolderItem> GetSaveFolderItem(const Text& file_type, const Text& default_name);
 
 }  // namespace quorvel

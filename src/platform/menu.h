@@ -96,7 +96,7 @@ class MenuHandlers {
   void Add(const Text& item_name, MenuHandler handler);
   [[nodiscard]] bool HasKey(const Text& item_name) const { return Find(item_name) != nullptr; }
   /// Runs the handler of that name, if there is one, and says whether there was.
-  bool Run(const Text& item_name) const;
+  [[nodiscard]] bool Run(const Text& item_name) const;
   void EnableItems(const std::vector<Ref<MenuItem>>& items) const;
 
  private:

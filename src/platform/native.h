@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "platform/system_calls.h"
@@ -33,7 +34,7 @@ class EventLoop {
   virtual ~EventLoop() = default;
   /// Delivers events until `Stop`.
   virtual void Run() = 0;
-  /// Ends `Run`, and any dialog that is open as if the user had cancelled it.
+  /// Ends `Run`, or the next one, and any dialog that is open as if the user had cancelled it.
   virtual void Stop() = 0;
   /// Waits up to `most_ms` for an event, delivers what is there, returns.
   virtual void Turn(int32_t most_ms) = 0;
@@ -70,6 +71,7 @@ struct WindowState {
 /// What controls of all kinds show; each kind uses the members that mean something to it.
 struct ControlState {
   std::string Name;
+  std::string AccessibleName;  ///< what a screen reader says; empty for the caption
   int32_t Left = 0;
   int32_t Top = 0;
   int32_t Width = 100;
@@ -105,6 +107,8 @@ struct ControlState {
   bool AcceptFocus = false;
   bool EraseBackground = true;
   std::filesystem::path Backdrop;  ///< the picture's file; empty for none
+  // Labels.
+  bool Link = false;  ///< can be reached and pressed with the keyboard too
   // The cursor over the control.
   bool FingerPointer = false;
 };
@@ -197,10 +201,46 @@ struct SaveQuestion {
   std::filesystem::path folder;
 };
 
+/// A text laid out to a width on the pages of a print job; goes before its job.
+class PrintLayout {
+ public:
+  virtual ~PrintLayout() = default;
+  /// Draws as many of the remaining lines as fit whole into `height`, from that point down.
+  virtual void DrawBlock(int32_t x, int32_t y, int32_t height) = 0;
+  /// Whether all has been drawn.
+  [[nodiscard]] virtual bool AtEnd() const = 0;
+};
+
+/// A print job, on its first page. Lengths are in 1/72 inch, places count from the corner of the
+/// printable area, colours are black on white. The job goes to the printer when this object goes.
+class PrintJob {
+ public:
+  virtual ~PrintJob() = default;
+  /// The pages that the user asked for; 1 to 9999 for all.
+  [[nodiscard]] virtual std::pair<int32_t, int32_t> PageRange() const = 0;
+  [[nodiscard]] virtual int32_t Width() const = 0;
+  [[nodiscard]] virtual int32_t Height() const = 0;
+  virtual void DrawString(std::string_view text, int32_t x, int32_t y, std::string_view font,
+                          int32_t size) = 0;
+  /// Ends the page and begins the next. Shows how far the job is, and delivers events.
+  virtual void NextPage() = 0;
+  /// Whether the user has called the job off: nothing more of it will be printed.
+  [[nodiscard]] virtual bool Cancelled() const = 0;
+  /// The text in the font of `look`.
+  [[nodiscard]] virtual std::unique_ptr<PrintLayout> LayOut(std::string_view text,
+                                                            const ControlState& look,
+                                                            int32_t width) = 0;
+};
+
 class Dialogs {
  public:
   virtual ~Dialogs() = default;
   virtual void Message(std::string_view text) = 0;
+  /// The page setup of the job to come; false when the user cancels.
+  [[nodiscard]] virtual bool AskPageSetup() = 0;
+  /// A job on the printer, or the PDF, that the user chose; null when the user cancels or the
+  /// printer cannot be opened.
+  [[nodiscard]] virtual std::unique_ptr<PrintJob> AskPrint() = 0;
   /// The chosen file, or nothing when the user cancels. Asks itself before a file is replaced.
   [[nodiscard]] virtual std::optional<std::filesystem::path> AskSaveFile(
       const SaveQuestion& question) = 0;

@@ -44,7 +44,7 @@ class Ref {
   }
   explicit operator bool() const { return mObject != nullptr; }
   bool operator==(const Ref& other) const = default;
-  const std::shared_ptr<T>& Shared() const { return mObject; }
+  [[nodiscard]] const std::shared_ptr<T>& Shared() const { return mObject; }
 
  private:
   std::shared_ptr<T> mObject;

@@ -4,7 +4,6 @@
 #include <array>
 #include <exception>
 #include <map>
-#include <ranges>
 
 #include "platform/exceptions.h"
 #include "platform/runtime.h"
@@ -179,11 +178,12 @@ void Window::OnMouseMoved(native::Point place) {
   Dispatch([=, self = Self(*this)] { self->TrackMouse(place); });
 }
 
-// The control on top is the one that was made last.
 void Window::OnMousePressed(native::Point place) {
   Dispatch([=, self = Self(*this)] {
-    const auto controls = self->_mControlList;
-    for (const auto& control : std::views::reverse(controls)) {
+    // The control on top is the one that was made last.
+    auto controls = self->_mControlList;
+    std::ranges::reverse(controls);
+    for (const auto& control : controls) {
       const auto rect = Ref<RectControl>(std::dynamic_pointer_cast<RectControl>(control.Shared()));
       if (!rect || !rect->_Contains(place)) continue;
       const bool claimed = rect->_Fire("MouseDown", place.x - rect->Left(), place.y - rect->Top());

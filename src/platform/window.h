@@ -77,7 +77,7 @@ class Window : public Object, private native::WindowListener {
   /// Makes a control (or timer) of class `T` in the window: created, named, set up from its table.
   template <class T>
   Ref<T> CreateControl(const Text& name, PropertySet properties) {
-    const Ref<T> created = __New<T>();
+    Ref<T> created = __New<T>();
     created->Constructor();
     _AddControl(name, created);
     _SetProperties(_Control(name), properties);
@@ -127,7 +127,7 @@ void ReleaseAll();
 template <class W>
 Ref<W> ImplicitWindow() {
   if (const auto open = _GetImplicitWindow(W::kClassName)) return Cast<W>(open);
-  const Ref<W> made = New<W>();
+  Ref<W> made = New<W>();
   made->Constructor();
   return made;
 }

@@ -24,6 +24,7 @@ constexpr Property kWindow[] = {
 
 constexpr Property kTopicField[] = {
     {"Name", "EditField1"},
+    {"AccessibleName", "Help text"},
     {"TabIndex", 0},
     {"Left", 201},
     {"Top", 8},
@@ -151,6 +152,26 @@ void wHelp::mAppearanceUpdate() {
     caption->TextSize(iTheFontSize);
   }
   web_link->Text(kProductPage);
+}
+
+void wHelp::AddMenuHandlers() {
+  _AddMenuHandler("FilePrint", [this] { return _FilePrint_Action(); });
+  _AddMenuHandler("FileSave", [this] { return _FileSave_Action(); });
+}
+
+void wHelp::Event_EnableMenuItems() {
+  FilePrint()->Enabled(true);
+  FileSave()->Enabled(true);
+}
+
+bool wHelp::_FilePrint_Action() {
+  EditField1()->efPrint(PageNumbers::Off);
+  return false;
+}
+
+bool wHelp::_FileSave_Action() {
+  EditField1()->efSave("Help with Quorvel");
+  return false;
 }
 
 }  // namespace help_window

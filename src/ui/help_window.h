@@ -19,11 +19,15 @@ class wHelp : public AppWindow {
   [[nodiscard]] Text _ClassName() const override { return kClassName; }
   void Event_Open() override;
   void Event_Close() override;
+  void Event_EnableMenuItems() override;
   virtual void mAppearanceUpdate();
+  virtual bool _FilePrint_Action();
+  virtual bool _FileSave_Action();
 
  protected:
   void Layout() override;
   void CreateControls() override;
+  void AddMenuHandlers() override;
 
  private:
   [[nodiscard]] Ref<editFieldExtras> EditField1() const;

@@ -45,7 +45,7 @@ Ref<MenuItem> NewItem(Kind kind) {
 }
 
 Ref<MenuItem> Built(const Row& row) {
-  const auto item = NewItem(row.kind);
+  auto item = NewItem(row.kind);
   item->Constructor();
   item->Name(row.name);
   item->AutoEnable(true);

@@ -46,6 +46,10 @@ class ScriptedSockets : public SocketCalls {
   }
   bool Receive(int, ReceiveBatch& batch) override {
     batch.Clear();
+    if (failure != 0) {
+      errno = std::exchange(failure, 0);
+      return false;
+    }
     for (size_t i = 0; i < ReceiveBatch::kMostDatagrams && !arriving.empty(); ++i) {
       const auto& [from, bytes] = arriving.front();
       std::copy(bytes.begin(), bytes.end(), batch.Slot(i).begin());
@@ -59,6 +63,8 @@ class ScriptedSockets : public SocketCalls {
 
   std::deque<std::pair<Ipv4Address, std::string>> arriving;
   std::vector<Sent> sent;
+  /// What the next receive fails with; 0 for nothing.
+  int failure = 0;
 
  private:
   int mSilent = -1;

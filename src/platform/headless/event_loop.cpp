@@ -71,6 +71,7 @@ bool EventLoop::TakeStep() {
 bool EventLoop::DeliverReadable(int32_t most_ms) {
   const std::vector<std::shared_ptr<Source>> watches(mWatches.begin(), mWatches.end());
   std::vector<pollfd> descriptors;
+  descriptors.reserve(watches.size());
   for (const auto& watch : watches) descriptors.push_back({watch->descriptor, POLLIN, 0});
   if (poll(descriptors.data(), static_cast<nfds_t>(descriptors.size()), most_ms) <= 0) return false;
   for (size_t i = 0; i < watches.size(); ++i) {

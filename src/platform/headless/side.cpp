@@ -13,9 +13,18 @@ std::optional<std::filesystem::path> Dialogs::AskSaveFile(const native::SaveQues
   save_questions.push_back(question);
   if (while_open) std::exchange(while_open, nullptr)();
   if (save_answers.empty()) return std::nullopt;
-  const auto answer = save_answers.front();
+  auto answer = save_answers.front();
   save_answers.pop_front();
   return answer;
+}
+
+bool Dialogs::AskPageSetup() {
+  ++page_setups;
+  return accepts_page_setup;
+}
+
+std::unique_ptr<native::PrintJob> Dialogs::AskPrint() {
+  return print_answer ? StartPrint(*print_answer, print) : nullptr;
 }
 
 std::optional<int32_t> Desktop::Gestalt(std::string_view selector) {

@@ -13,6 +13,7 @@
 
 #include "platform/headless/event_loop.h"
 #include "platform/headless/failing_calls.h"
+#include "platform/headless/printing.h"
 #include "platform/headless/windows.h"
 #include "platform/native.h"
 
@@ -24,8 +25,18 @@ class Dialogs : public native::Dialogs {
   void Message(std::string_view text) override;
   std::optional<std::filesystem::path> AskSaveFile(const native::SaveQuestion& question) override;
 
+  bool AskPageSetup() override;
+  std::unique_ptr<native::PrintJob> AskPrint() override;
+
   std::vector<std::string> messages;
   std::vector<native::SaveQuestion> save_questions;
+  /// The answer to page setups, and how many there were.
+  bool accepts_page_setup = true;
+  int page_setups = 0;
+  /// The answer to print dialogs; nothing cancels.
+  std::optional<PrintAnswer> print_answer;
+  /// The last print job.
+  Print print;
   /// The answers to come; when there is none, the user cancels.
   std::deque<std::optional<std::filesystem::path>> save_answers;
   /// Runs while a dialog is open.

@@ -98,9 +98,9 @@ std::unique_ptr<native::Window> Windows::Create(native::WindowListener& listener
   return std::make_unique<Window>(*this, listener);
 }
 
-void Windows::ShowMenuBar(const std::vector<native::MenuEntry>& shown,
+void Windows::ShowMenuBar(const std::vector<native::MenuEntry>& menus_now,
                           native::MenuListener& listener) {
-  menus = shown;
+  menus = menus_now;
   mMenuListener = &listener;
 }
 

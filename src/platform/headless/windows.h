@@ -32,7 +32,7 @@ struct ShownWindow {
 class Windows : public native::Windows {
  public:
   std::unique_ptr<native::Window> Create(native::WindowListener& listener) override;
-  void ShowMenuBar(const std::vector<native::MenuEntry>& menus,
+  void ShowMenuBar(const std::vector<native::MenuEntry>& menus_now,
                    native::MenuListener& listener) override;
 
   /// The open window of that title, or null.

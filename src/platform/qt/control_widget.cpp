@@ -17,7 +17,9 @@ void ShowPointer(QWidget& widget, bool finger) {
 }
 
 // What screen readers say of the control.
-QString SpokenName(const native::ControlState& state) { return FromUtf8(state.Caption); }
+QString SpokenName(const native::ControlState& state) {
+  return FromUtf8(state.AccessibleName.empty() ? state.Caption : state.AccessibleName);
+}
 
 }  // namespace
 

@@ -1,8 +1,10 @@
 #include "platform/qt/desktop.h"
 
+#include <QAudioDevice>
 #include <QCoreApplication>
 #include <QDesktopServices>
 #include <QDir>
+#include <QMediaDevices>
 #include <QOperatingSystemVersion>
 #include <QSoundEffect>
 #include <QStandardPaths>
@@ -61,7 +63,7 @@ void Desktop::OpenUrl(std::string_view url) { QDesktopServices::openUrl(QUrl(Fro
 
 void Desktop::PlaySound(const std::filesystem::path& file) {
   const QString name = QFile::decodeName(file.c_str());
-  if (!QFileInfo(name).isFile()) return;
+  if (!QFileInfo(name).isFile() || QMediaDevices::defaultAudioOutput().isNull()) return;
   auto* sound = new QSoundEffect(&sounds);
   DeleteWhenDone(*sound);
   sound->setSource(QUrl::fromLocalFile(name));

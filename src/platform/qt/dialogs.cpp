@@ -1,34 +1,15 @@
 #include "platform/qt/dialogs.h"
 
-#include <QApplication>
+#include <QDir>
 #include <QFileDialog>
 #include <QMessageBox>
-#include <QPointer>
 
+#include "platform/qt/modal.h"
 #include "platform/qt/strings.h"
 
 namespace quorvel::qt {
 
 namespace {
-
-// The window below may be closed, and take the dialog with it, while the dialog is open.
-template <typename Dialog>
-class Scoped {
- public:
-  Scoped() : dialog(new Dialog(QApplication::activeWindow())) {
-    dialog->setWindowModality(Qt::ApplicationModal);
-  }
-  ~Scoped() { delete dialog; }
-  Scoped(const Scoped&) = delete;
-  Scoped& operator=(const Scoped&) = delete;
-
-  Dialog* operator->() const { return dialog; }
-  /// False when the user cancels, also by closing the program.
-  [[nodiscard]] bool Accepted() { return dialog->exec() == QDialog::Accepted && dialog; }
-
- private:
-  QPointer<Dialog> dialog;
-};
 
 QString NearestFolder(std::filesystem::path folder) {
   std::error_code unreadable;
@@ -47,7 +28,7 @@ QStringList NameFilters(const native::SaveQuestion& question) {
 }  // namespace
 
 void Dialogs::Message(std::string_view text) {
-  Scoped<QMessageBox> box;
+  Modal<QMessageBox> box("message");
   box->setWindowTitle("Quorvel");
   box->setTextFormat(Qt::PlainText);
   box->setText(FromUtf8(text));
@@ -57,7 +38,7 @@ void Dialogs::Message(std::string_view text) {
 
 std::optional<std::filesystem::path> Dialogs::AskSaveFile(const native::SaveQuestion& question) {
   const bool again = !last_folder.isEmpty() && QDir(last_folder).exists();
-  Scoped<QFileDialog> dialog;
+  Modal<QFileDialog> dialog("save");
   dialog->setAcceptMode(QFileDialog::AcceptSave);
   dialog->setFileMode(QFileDialog::AnyFile);
   dialog->setNameFilters(NameFilters(question));

@@ -3,6 +3,7 @@
 #include <QString>
 
 #include "platform/native.h"
+#include "platform/qt/printing.h"
 
 namespace quorvel::qt {
 
@@ -10,10 +11,15 @@ namespace quorvel::qt {
 class Dialogs final : public native::Dialogs {
  public:
   void Message(std::string_view text) override;
+  [[nodiscard]] bool AskPageSetup() override { return printing.AskPageSetup(); }
+  [[nodiscard]] std::unique_ptr<native::PrintJob> AskPrint() override {
+    return printing.AskPrint();
+  }
   [[nodiscard]] std::optional<std::filesystem::path> AskSaveFile(
       const native::SaveQuestion& question) override;
 
  private:
+  Printing printing;
   QString last_folder;  // empty until the user has chosen one
 };
 

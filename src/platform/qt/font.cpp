@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QFontDatabase>
+#include <QFontInfo>
 
 #include "platform/qt/strings.h"
 
@@ -30,17 +31,31 @@ void SetFamily(QFont& font, const QString& name) {
   }
 }
 
+// All but the size.
+QFont UnsizedFontOf(const native::ControlState& state) {
+  QFont font = QApplication::font();
+  SetFamily(font, FamilyName(state.TextFont));
+  font.setBold(state.Bold);
+  font.setItalic(state.Italic);
+  font.setUnderline(state.Underline);
+  return font;
+}
+
 }  // namespace
 
 // The windows are laid out for one pixel a unit: at 16 pixels, what 12 points are on most screens,
 // captions run out of their labels; at 12 pixels, the usual size of a desktop's text, they fit.
 QFont FontOf(const native::ControlState& state) {
-  QFont font = QApplication::font();
-  SetFamily(font, FamilyName(state.TextFont));
+  QFont font = UnsizedFontOf(state);
   if (state.TextSize > 0) font.setPixelSize(state.TextSize);
-  font.setBold(state.Bold);
-  font.setItalic(state.Italic);
-  font.setUnderline(state.Underline);
+  return font;
+}
+
+// A desktop may give the size of its own font in pixels, which are tiny on a printer.
+QFont PaperFontOf(const native::ControlState& state) {
+  QFont font = UnsizedFontOf(state);
+  font.setPointSizeF(state.TextSize > 0 ? state.TextSize
+                                        : QFontInfo(QApplication::font()).pointSizeF());
   return font;
 }
 

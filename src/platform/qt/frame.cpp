@@ -114,10 +114,17 @@ QSize Frame::Whole(QSize of_content) const {
 
 void Frame::Fit() {
   const QScopedValueRollback not_by_the_user(fitting, true);
-  FitLimits();
   const bool sized_by_desktop = (windowState() & (Qt::WindowMaximized | Qt::WindowFullScreen)) != 0;
-  if (!sized_by_desktop) resize(Whole(content_size));
+  if (!sized_by_desktop && size() != Whole(content_size)) TakeSize(Whole(content_size));
+  FitLimits();
   Arrange();
+}
+
+// In one step: a size on the way, at some limit, would come back as the user's.
+void Frame::TakeSize(QSize whole) {
+  setMinimumSize(0, 0);
+  setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+  resize(whole);
 }
 
 // The limits are the user's: a size that the program gives may lie outside.

@@ -36,6 +36,7 @@ class Frame final : public QWidget {
   [[nodiscard]] int BarHeight(int width) const;
   [[nodiscard]] QSize Whole(QSize of_content) const;
   void Fit();
+  void TakeSize(QSize whole);
   void FitLimits();
   void Arrange();
   void Place();

@@ -6,20 +6,18 @@
 #include "platform/qt/control_widget.h"
 #include "platform/qt/input_limit.h"
 #include "platform/qt/owned.h"
+#include "platform/qt/strings.h"
 #include "platform/qt/text_box.h"
 
 namespace quorvel::qt {
 
 namespace {
 
-constexpr QChar kSymbolForNull(0x2400);
-
 // Every kind of line end starts a new line, and a NUL can be seen.
 QString Shown(QString text) {
   text.replace("\r\n", "\n");
   text.replace('\r', '\n');
-  text.replace(QChar(u'\0'), kSymbolForNull);
-  return text;
+  return WithVisibleNulls(std::move(text));
 }
 
 Qt::ScrollBarPolicy ScrollBarPolicy(bool wanted) {

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QApplication>
+#include <QDialog>
+#include <QPointer>
+#include <utility>
+
+namespace quorvel::qt {
+
+/// A dialog that holds up the program's windows while this object is there. The window below may be
+/// closed, and take the dialog with it, while the dialog is open.
+template <typename Dialog>
+class Modal {
+ public:
+  /// `arguments` are what the dialog takes before its parent.
+  template <typename... Arguments>
+  explicit Modal(const char* name, Arguments&&... arguments)
+      : dialog(new Dialog(std::forward<Arguments>(arguments)..., QApplication::activeWindow())) {
+    dialog->setObjectName(name);
+    dialog->setWindowModality(Qt::ApplicationModal);
+  }
+  ~Modal() { delete dialog; }
+  Modal(const Modal&) = delete;
+  Modal& operator=(const Modal&) = delete;
+
+  explicit operator bool() const { return !dialog.isNull(); }
+  Dialog* operator->() const { return dialog; }
+  Dialog& operator*() const { return *dialog; }
+  /// False when the user cancels, also by closing the program.
+  [[nodiscard]] bool Accepted() { return dialog->exec() == QDialog::Accepted && dialog; }
+
+ private:
+  QPointer<Dialog> dialog;
+};
+
+}  // namespace quorvel::qt

@@ -1,0 +1,35 @@
+#include "platform/qt/print_progress.h"
+
+#include <QCoreApplication>
+#include <chrono>
+
+namespace quorvel::qt {
+
+namespace {
+
+constexpr std::chrono::milliseconds kMoment(500);
+constexpr std::chrono::milliseconds kBetweenEvents(50);
+
+}  // namespace
+
+// Quitting rejects every dialog, also one that is not to be seen yet.
+PrintProgress::PrintProgress() : dialog("progress") {
+  dialog->setWindowTitle("Quorvel");
+  dialog->setRange(0, 0);
+  dialog->setMinimumDuration(static_cast<int>(kMoment.count()));
+  const auto cancel = [this] { cancelled = true; };
+  dialog->connect(&*dialog, &QProgressDialog::canceled, cancel);
+  dialog->connect(&*dialog, &QDialog::rejected, cancel);
+  since_events.start();
+}
+
+// Until the dialog is there to hold up the windows, what the user does must wait.
+void PrintProgress::Show(int page) {
+  if (cancelled || !dialog || !since_events.hasExpired(kBetweenEvents.count())) return;
+  dialog->setLabelText(QString("Printing page %1...").arg(page));
+  QCoreApplication::processEvents(dialog->isVisible() ? QEventLoop::AllEvents
+                                                      : QEventLoop::ExcludeUserInputEvents);
+  since_events.start();
+}
+
+}  // namespace quorvel::qt

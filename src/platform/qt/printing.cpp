@@ -1,0 +1,38 @@
+#include "platform/qt/printing.h"
+
+#include <QPageSetupDialog>
+#include <QPrintDialog>
+
+#include "platform/qt/modal.h"
+#include "platform/qt/print_job.h"
+
+namespace quorvel::qt {
+
+QPrinter& Printing::Printer() {
+  if (!printer) {
+    printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
+    printer->setDocName("Quorvel");
+    printer->setCreator("Quorvel");
+  }
+  return *printer;
+}
+
+bool Printing::AskPageSetup() {
+  if (in_use) return false;
+  Modal<QPageSetupDialog> dialog("page setup", &Printer());
+  return dialog.Accepted();
+}
+
+std::unique_ptr<native::PrintJob> Printing::AskPrint() {
+  if (in_use) return nullptr;
+  Printer().setPrintRange(QPrinter::AllPages);
+  Printer().setFromTo(0, 0);
+  Modal<QPrintDialog> dialog("print", &Printer());
+  dialog->setOptions(QAbstractPrintDialog::PrintToFile | QAbstractPrintDialog::PrintPageRange |
+                     QAbstractPrintDialog::PrintCollateCopies);
+  if (!dialog.Accepted()) return nullptr;
+  auto job = std::make_unique<PrintJob>(Printer(), in_use);
+  return job->Begun() ? std::move(job) : nullptr;
+}
+
+}  // namespace quorvel::qt

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "platform/runtime.h"
+#include "shell/entry.h"
+#include "support/scripted_sockets.h"
+#include "support/temporary_folder.h"
+
+namespace quorvel {
+
+/// The whole program on a headless side without a network, in a documents folder of its own.
+class Program : public testing::Test {
+ protected:
+  static constexpr const char* kListening = "Quorvel v1.0.5 -  Listening...";
+  static constexpr const char* kGettingStarted = "Getting Started";
+
+  Program() { mSide.desktop.documents = mFolder.Path(); }
+
+  [[nodiscard]] std::filesystem::path KeyFile() const {
+    return mFolder.Path() / "Quorvel" / "QuorvelKeyFile";
+  }
+  void KeyFileHolds(const std::string& bytes) const { WriteFile(KeyFile(), bytes); }
+  /// Runs the program through; `body` happens once it has started, then it ends by itself.
+  int Run(const std::function<void()>& body) {
+    mSide.loop.Post(body);
+    return RunQuorvel(mSide);
+  }
+  std::vector<std::string> Titles() {
+    std::vector<std::string> titles;
+    for (const auto& window : mSide.windows.open) titles.push_back(window->state.Title);
+    return titles;
+  }
+  void CloseWindow(const std::string& title) {
+    mSide.windows.Find(title)->listener->OnCloseRequested();
+  }
+  void Press(const std::string& button) {
+    const auto pressed = mSide.windows.FindControl(button)->pressed;
+    pressed();
+  }
+  void Types(const std::string& field, const std::string& text) {
+    const auto control = mSide.windows.FindControl(field);
+    control->field_listener->OnEdited(text);
+  }
+  void Choose(const std::string& item) { mSide.windows.Choose(item); }
+  std::vector<std::string> Messages() { return std::exchange(mSide.dialogs.messages, {}); }
+
+  TemporaryFolder mFolder;
+  OfflineSide mSide;
+};
+
+}  // namespace quorvel
