@@ -4,6 +4,9 @@
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 cd "$root"
 
+# One compiler cache serves all checkouts.
+export CCACHE_BASEDIR=$root CCACHE_NOHASHDIR=1
+
 # The one list of Debian packages, by purpose.
 build_packages=(g++ cmake ninja-build libcli11-dev)
 desktop_packages=(qt6-base-dev qt6-multimedia-dev)

@@ -1,5 +1,6 @@
 #include <QAction>
 #include <QApplication>
+#include <QClipboard>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
@@ -54,9 +55,15 @@ class QtHands : public Hands {
   }
   std::string ShownText(const std::string& field) override {
     if (auto* const line = Control<QLineEdit>(field)) return line->text().toStdString();
+    // What a user gets who copies it all.
     auto* const area = Control<QPlainTextEdit>(field);
     QCoreApplication::processEvents();
-    return area->toPlainText().toStdString();
+    const QTextCursor cursor = area->textCursor();
+    QGuiApplication::clipboard()->clear();
+    area->selectAll();
+    area->copy();
+    area->setTextCursor(cursor);
+    return QGuiApplication::clipboard()->text().toStdString();
   }
   Place PlaceOf(const std::string& control) override {
     const QRect place = Control<QWidget>(control)->geometry();
@@ -70,7 +77,8 @@ class QtHands : public Hands {
     for (auto* const menu : Bar()->findChildren<QMenu*>()) {
       emit menu->aboutToShow();
       for (auto* const action : menu->actions()) {
-        if (action->isEnabled()) enabled.push_back(action->objectName().toStdString());
+        const bool item = action->menu() == nullptr && action->isEnabled();
+        if (item) enabled.push_back(action->objectName().toStdString());
       }
     }
     return enabled;

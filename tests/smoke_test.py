@@ -12,7 +12,7 @@ import sys
 import tempfile
 import time
 
-PROGRAMS = pathlib.Path(sys.argv[1])
+PROGRAMS = pathlib.Path(sys.argv[1]).resolve()
 TITLE = "Quorvel v1.0.5 -  Listening..."
 KEY, GROUP, PORT = "Maple-Room-7", "224.195.13.122", 5563
 
@@ -28,7 +28,11 @@ def wait_for(what, reached, seconds=20):
 
 
 def output(*command):
-    return subprocess.run(command, capture_output=True, text=True).stdout.strip()
+    """What a command prints; one that hangs or fails prints nothing."""
+    try:
+        return subprocess.run(command, capture_output=True, text=True, timeout=5).stdout.strip()
+    except subprocess.TimeoutExpired:
+        return ""
 
 
 def send_by_hand(plain):
@@ -42,14 +46,21 @@ def send_by_hand(plain):
         sender.sendto(packet, (GROUP, PORT))
 
 
-def window():
-    return output("xdotool", "search", "--onlyvisible", "--name", TITLE)
+def window(title):
+    return wait_for(f"a window {title}", lambda: output(
+        "xdotool", "search", "--onlyvisible", "--name", title).split("\n")[0])
+
+
+def keys(window_id, *names):
+    output("xdotool", "windowactivate", window_id)
+    wait_for("the focus", lambda: output("xdotool", "getactivewindow") == window_id)
+    output("xdotool", "key", *names)
 
 
 def log_text(window_id):
     """What a user gets who selects the whole log and copies it."""
-    output("xdotool", "windowactivate", "--sync", window_id, "mousemove", "--window", window_id,
-           "300", "200", "click", "1", "key", "ctrl+a", "ctrl+c")
+    output("xdotool", "mousemove", "--window", window_id, "300", "200", "click", "1")
+    keys(window_id, "ctrl+a", "ctrl+c")
     return output("xclip", "-o", "-selection", "clipboard")
 
 
@@ -67,28 +78,78 @@ def start_screen(started):
         "xprop", "-root", "_NET_SUPPORTING_WM_CHECK"))
 
 
-def run(home, started):
-    folder = home / "Documents" / "Quorvel"
-    folder.mkdir(parents=True)
-    (folder / "QuorvelKeyFile").write_text("1.0.5\n" + KEY)
-    os.environ.update(HOME=str(home), XDG_RUNTIME_DIR=str(home), XDG_CONFIG_HOME=str(home),
-                      QT_QPA_PLATFORM="xcb", LC_ALL="C.UTF-8")
-    home.chmod(0o700)
-    start_screen(started)
+def start_program(started):
     program = subprocess.Popen([PROGRAMS / "quorvel"])
     started.append(program)
-    window_id = wait_for("a listening window", window)
+    return program
 
+
+def close(program, window_id):
+    keys(window_id, "alt+F4")
+    if program.wait(timeout=20) != 0:
+        sys.exit(f"the program ended with {program.returncode}")
+
+
+def expect_group():
+    """The group that the kernel says was joined, whatever the program believes."""
+    joined = pathlib.Path("/proc/net/igmp").read_text()
+    if socket.inet_aton(GROUP)[::-1].hex().upper() not in joined:
+        sys.exit(f"{GROUP} is not joined:\n{joined}")
+
+
+def first_run(home, started):
+    """Type a key, accept what the dialog offers, and listen."""
+    program = start_program(started)
+    window_id = window("Getting Started")
+    keys(window_id)
+    output("xdotool", "type", KEY)
+    keys(window_id, "Return")  # presses nothing
+    output("xdotool", "mousemove", "--window", window_id, "384", "463", "click", "1")
+    keys(window("Save As"), "Return")
+    listening = window(TITLE)
+    expect_group()
+    written = (home / "Documents" / "Quorvel" / "QuorvelKeyFile").read_text()
+    if written != "1.0.5\n" + KEY:
+        sys.exit(f"the key file holds {written!r}")
+    close(program, listening)
+
+
+def second_run(home, started):
+    """The key is known: listen, show, print."""
+    program = start_program(started)
+    window_id = window(TITLE)
+    expect_group()
     send_by_hand("Hello, World 2007")
     subprocess.run([PROGRAMS / "quorvel-send", "--key", KEY, "--", "Marks: 9 of 10", "-2"], check=True)
     expected = "".join(f"IP Address: 10.77.0.1 Sent: {text}\n"
-                       for text in ("Hello, World 2007", "Marks: 9 of 10", "-2")).strip()
-    wait_for("the three lines in the log", lambda: log_text(window_id) == expected)
+                       for text in ("Hello, World 2007", "Marks: 9 of 10", "-2"))
+    wait_for("the three lines in the log", lambda: log_text(window_id) == expected.strip())
     output("import", "-window", "root", str(PROGRAMS.parent / "smoke.png"))
+    check_print(home, window_id, expected)
+    close(program, window_id)
 
-    output("xdotool", "windowactivate", "--sync", window_id, "key", "alt+F4")
-    if program.wait(timeout=20) != 0:
-        sys.exit(f"the program ended with {program.returncode}")
+
+def check_print(home, window_id, expected):
+    """With no printer, the dialogs' own offer is a PDF."""
+    keys(window_id, "ctrl+p")
+    keys(window("Page Setup"), "Return")
+    keys(window("^Print$"), "Return")
+    pages = wait_for("a PDF", lambda: [pdf for pdf in home.rglob("*.pdf") if pdf.stat().st_size])
+    text = wait_for("the text in the PDF", lambda: output("pdftotext", "-layout", str(pages[0]), "-"))
+    found = [line.strip() for line in text.split("\n") if line.strip()]
+    if found != expected.strip().split("\n") + ["Page: 1"]:
+        sys.exit(f"the PDF holds {found}")
+
+
+def run(home, started):
+    (home / "Documents").mkdir()
+    os.environ.update(HOME=str(home), XDG_RUNTIME_DIR=str(home), XDG_CONFIG_HOME=str(home),
+                      QT_QPA_PLATFORM="xcb", LC_ALL="C.UTF-8")
+    home.chmod(0o700)
+    os.chdir(home)
+    start_screen(started)
+    first_run(home, started)
+    second_run(home, started)
 
 
 def send_fails(*options):

@@ -2,6 +2,7 @@
 
 #include <QEnterEvent>
 #include <QMouseEvent>
+#include <QPointer>
 
 #include "platform/qt/keyboard_order.h"
 #include "platform/qt/strings.h"
@@ -43,6 +44,12 @@ void Content::Order() {
   if (focus_given || first == nullptr) return;
   first->setFocus(Qt::OtherFocusReason);
   focus_given = true;
+}
+
+void Content::Click(QPoint place) {
+  const QPointer<Content> self(this);
+  if (listener != nullptr) listener->OnMousePressed({place.x(), place.y()});
+  if (self && listener != nullptr) listener->OnMouseReleased({place.x(), place.y()});
 }
 
 native::Point Content::Place(const QPointF& position) const {

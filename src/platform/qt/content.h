@@ -24,6 +24,8 @@ class Content final : public QWidget {
   /// Puts the controls in their keyboard order when the current handler is done; the first time,
   /// one of them also gets the focus.
   void OrderSoon();
+  /// Reports what a mouse that is clicked at `place` would.
+  void Click(QPoint place);
 
  protected:
   void enterEvent(QEnterEvent* event) override;

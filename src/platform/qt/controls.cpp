@@ -14,19 +14,16 @@ Qt::Alignment AlignmentOf(int32_t alignment) {
   return (alignment == 2 ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignTop;
 }
 
-// Black stands for the usual colour of text, which is another one on a dark desktop.
+// A label stands on the colour of its own window, so its text keeps its colour on a dark desktop.
 QPalette TextColors(const std::string& color) {
   QPalette colors;
-  if (color != "#000000") colors.setColor(QPalette::WindowText, QColor(FromUtf8(color)));
+  colors.setColor(QPalette::WindowText, QColor(FromUtf8(color)));
   return colors;
 }
 
 }  // namespace
 
-Label::Label(Content& content) : widget(new QLabel(&content)) {
-  widget->setTextFormat(Qt::PlainText);
-  content.Add(*widget, true);
-}
+Label::Label(Content& content) : widget(new LinkLabel(content)) { content.Add(*widget, true); }
 
 void Label::Update(const native::ControlState& state) {
   if (!widget) return;
@@ -34,6 +31,7 @@ void Label::Update(const native::ControlState& state) {
   widget->setAlignment(AlignmentOf(state.Alignment));
   widget->setWordWrap(state.Multiline);
   widget->setPalette(TextColors(state.TextColor));
+  widget->SetLink(state.Link);
   ShowControl(*widget, state);
 }
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <QLabel>
 #include <QPushButton>
 
 #include "platform/qt/content.h"
+#include "platform/qt/link_label.h"
 #include "platform/qt/owned.h"
 
 namespace quorvel::qt {
@@ -15,7 +15,7 @@ class Label final : public native::Control {
   void Refresh() override;
 
  private:
-  Owned<QLabel> widget;
+  Owned<LinkLabel> widget;
 };
 
 class Button final : public native::Control {

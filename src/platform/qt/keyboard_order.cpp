@@ -1,5 +1,6 @@
 #include "platform/qt/keyboard_order.h"
 
+#include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QVariant>
@@ -23,7 +24,8 @@ int FocusRank(const QWidget* control) {
   const auto* line = qobject_cast<const QLineEdit*>(control);
   if (line != nullptr && !line->isReadOnly()) return 0;
   const auto* area = qobject_cast<const QPlainTextEdit*>(control);
-  return area != nullptr && !area->isReadOnly() ? 1 : 2;
+  if (area != nullptr && !area->isReadOnly()) return 1;
+  return qobject_cast<const QLabel*>(control) == nullptr ? 2 : 3;
 }
 
 }  // namespace

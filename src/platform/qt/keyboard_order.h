@@ -12,7 +12,7 @@ void SetTabIndex(QWidget& control, int index);
 [[nodiscard]] std::vector<QWidget*> InKeyboardOrder(const QWidget& content);
 void ApplyTabOrder(const std::vector<QWidget*>& controls);
 /// Where the keyboard goes first: a field to type in, one of a single line if there is any, else
-/// any control that takes the keyboard, else null.
+/// any control that takes the keyboard, links last; null if there is none.
 [[nodiscard]] QWidget* FirstFocus(const std::vector<QWidget*>& controls);
 
 }  // namespace quorvel::qt

@@ -7,6 +7,10 @@
 
 namespace quorvel::qt {
 
+/// The window that a dialog is to be over: the one in front, or that of the dialog before while the
+/// keyboard is still on its way back there. May be null.
+[[nodiscard]] QWidget* DialogParent();
+
 /// A dialog that holds up the program's windows while this object is there. The window below may be
 /// closed, and take the dialog with it, while the dialog is open.
 template <typename Dialog>
@@ -15,7 +19,7 @@ class Modal {
   /// `arguments` are what the dialog takes before its parent.
   template <typename... Arguments>
   explicit Modal(const char* name, Arguments&&... arguments)
-      : dialog(new Dialog(std::forward<Arguments>(arguments)..., QApplication::activeWindow())) {
+      : dialog(new Dialog(std::forward<Arguments>(arguments)..., DialogParent())) {
     dialog->setObjectName(name);
     dialog->setWindowModality(Qt::ApplicationModal);
   }

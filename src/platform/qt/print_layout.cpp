@@ -98,7 +98,9 @@ void PrintLayout::Lay(std::string_view part) {
   piece = FromUtf8(part);
   if (!in_paragraph) {
     QTextOption option = lines.textOption();
-    option.setTextDirection(piece.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
+    const bool leftwards = piece.isRightToLeft();
+    option.setTextDirection(leftwards ? Qt::RightToLeft : Qt::LeftToRight);
+    option.setAlignment(leftwards ? Qt::AlignRight : Qt::AlignLeft);
     lines.setTextOption(option);
   }
   lines.setText(WithVisibleNulls(piece));

@@ -16,16 +16,17 @@ constexpr std::chrono::milliseconds kBetweenEvents(50);
 PrintProgress::PrintProgress() : dialog("progress") {
   dialog->setWindowTitle("Quorvel");
   dialog->setRange(0, 0);
-  dialog->setMinimumDuration(static_cast<int>(kMoment.count()));
   const auto cancel = [this] { cancelled = true; };
   dialog->connect(&*dialog, &QProgressDialog::canceled, cancel);
   dialog->connect(&*dialog, &QDialog::rejected, cancel);
+  since_start.start();
   since_events.start();
 }
 
 // Until the dialog is there to hold up the windows, what the user does must wait.
 void PrintProgress::Show(int page) {
   if (cancelled || !dialog || !since_events.hasExpired(kBetweenEvents.count())) return;
+  if (since_start.hasExpired(kMoment.count())) dialog->show();
   dialog->setLabelText(QString("Printing page %1...").arg(page));
   QCoreApplication::processEvents(dialog->isVisible() ? QEventLoop::AllEvents
                                                       : QEventLoop::ExcludeUserInputEvents);

@@ -17,6 +17,7 @@ class PrintProgress final {
 
  private:
   bool cancelled = false;
+  QElapsedTimer since_start;
   QElapsedTimer since_events;
   Modal<QProgressDialog> dialog;
 };

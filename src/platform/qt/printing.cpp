@@ -1,5 +1,6 @@
 #include "platform/qt/printing.h"
 
+#include <QLoggingCategory>
 #include <QPageSetupDialog>
 #include <QPrintDialog>
 
@@ -17,9 +18,13 @@ QPrinter& Printing::Printer() {
   return *printer;
 }
 
+// The toolkit warns of a printer that is a file, and then does with it what it should.
 bool Printing::AskPageSetup() {
   if (in_use) return false;
+  QLoggingCategory& warnings = *QLoggingCategory::defaultCategory();
+  warnings.setEnabled(QtWarningMsg, false);
   Modal<QPageSetupDialog> dialog("page setup", &Printer());
+  warnings.setEnabled(QtWarningMsg, true);
   return dialog.Accepted();
 }
 

@@ -1,4 +1,3 @@
-#include <QPlainTextEdit>
 #include <QScrollBar>
 #include <QSignalBlocker>
 #include <utility>
@@ -8,6 +7,7 @@
 #include "platform/qt/owned.h"
 #include "platform/qt/strings.h"
 #include "platform/qt/text_box.h"
+#include "platform/qt/text_view.h"
 
 namespace quorvel::qt {
 
@@ -37,7 +37,7 @@ struct View {
 class TextArea final : public TextBox {
  public:
   TextArea(Content& content, Edited the_edited)
-      : edited(std::move(the_edited)), widget(new QPlainTextEdit(&content)) {
+      : edited(std::move(the_edited)), widget(new TextView(&content)) {
     content.Add(*widget, false);
     QObject::connect(&*widget, &QPlainTextEdit::textChanged, &receiver, [this] { OnEdited(); });
   }
@@ -54,10 +54,7 @@ class TextArea final : public TextBox {
     Measure();
   }
 
-  [[nodiscard]] QString Text() const override {
-    if (!widget) return {};
-    return widget->document()->toRawText().replace(QChar::ParagraphSeparator, '\n');
-  }
+  [[nodiscard]] QString Text() const override { return widget ? widget->Text() : QString(); }
 
   void SetText(const QString& text) override {
     if (!widget) return;
@@ -65,7 +62,7 @@ class TextArea final : public TextBox {
     const QString shown = Shown(text);
     View view = Look();
     if (!SameAboveView(shown)) view.down = 0, view.at_end = false;
-    widget->setPlainText(shown);
+    widget->ShowText(shown);
     Return(view);
     ends_in_return = text.endsWith('\r');
     Measure();
@@ -76,7 +73,7 @@ class TextArea final : public TextBox {
     const QSignalBlocker no_edit(&*widget);
     const bool second_half = ends_in_return && text.startsWith('\n');
     const View view = Look();
-    InsertAtEnd(Shown(second_half ? text.mid(1) : text));
+    widget->ShowAdded(Shown(second_half ? text.mid(1) : text));
     Return(view);
     ends_in_return = text.endsWith('\r');
     Measure();
@@ -88,11 +85,13 @@ class TextArea final : public TextBox {
 
  private:
   void SetReadOnly(bool read_only) {
+    const QString text = Text();
     widget->setReadOnly(read_only);
     if (read_only) {
       widget->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     }
     widget->setUndoRedoEnabled(!read_only);
+    widget->ShowText(text);
   }
 
   void ShowFrame(const native::ControlState& state) {
@@ -129,15 +128,7 @@ class TextArea final : public TextBox {
   // top.
   [[nodiscard]] bool SameAboveView(const QString& text) const {
     const int first = widget->cursorForPosition(QPoint(0, 0)).position();
-    return Text().left(first) == text.left(first);
-  }
-
-  // Undoing goes back no further than this, or it would take away what was not the user's.
-  void InsertAtEnd(const QString& text) {
-    QTextCursor end(widget->document());
-    end.movePosition(QTextCursor::End);
-    end.insertText(text);
-    widget->document()->clearUndoRedoStacks();
+    return text.startsWith(widget->TextBefore(first));
   }
 
   void Measure() {
@@ -162,7 +153,7 @@ class TextArea final : public TextBox {
   }
 
   const Edited edited;
-  Owned<QPlainTextEdit> widget;
+  Owned<TextView> widget;
   InputLimit limit;
   bool ends_in_return = false;
   QObject receiver;  // no edit arrives without it
