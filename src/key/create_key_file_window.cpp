@@ -96,11 +96,6 @@ void wCreateKeyFile::CreateControls() {
   CreateControl<editFieldExtras>("efHelp", kInstructions);
 }
 
-void wCreateKeyFile::AddMenuHandlers() {
-  _AddMenuHandler("FilePrint", [this] { return _FilePrint_Action(); });
-  _AddMenuHandler("FileSave", [this] { return _FileSave_Action(); });
-}
-
 Ref<editFieldExtras> wCreateKeyFile::efHelp() const {
   return ControlOf<editFieldExtras>(*this, "efHelp");
 }
@@ -111,21 +106,6 @@ void wCreateKeyFile::Event_Open() { efHelp()->Text(QuorvelInstructions()); }
 
 void wCreateKeyFile::Event_Close() {
   if (sProgID.IsEmpty()) Quit(0);
-}
-
-void wCreateKeyFile::Event_EnableMenuItems() {
-  FilePrint()->Enabled(true);
-  FileSave()->Enabled(true);
-}
-
-bool wCreateKeyFile::_FilePrint_Action() {
-  efHelp()->efPrint(PageNumbers::Off);
-  return false;
-}
-
-bool wCreateKeyFile::_FileSave_Action() {
-  efHelp()->efSave("Setting up Quorvel");
-  return false;
 }
 
 void wCreateKeyFile::pbGenerate_Action() {

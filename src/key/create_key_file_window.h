@@ -1,8 +1,7 @@
 #pragma once
 
-#include "log/edit_field_extras.h"
+#include "log/text_window.h"
 #include "platform/object.h"
-#include "ui/app_window.h"
 
 namespace quorvel {
 
@@ -11,7 +10,7 @@ namespace create_key_file_window {
 /// The window of a first start: shows the instructions, takes the key, writes the key file
 /// (`docs/key-file.md`) and hands over to the main window. Closing it without a key ends the
 /// program.
-class wCreateKeyFile : public AppWindow {
+class wCreateKeyFile : public TextWindow {
  public:
   static constexpr const char* kClassName = "wCreateKeyFile.wCreateKeyFile";
 
@@ -21,16 +20,14 @@ class wCreateKeyFile : public AppWindow {
   [[nodiscard]] Text _ClassName() const override { return kClassName; }
   void Event_Open() override;
   void Event_Close() override;
-  void Event_EnableMenuItems() override;
 
   virtual void pbGenerate_Action();
-  virtual bool _FilePrint_Action();
-  virtual bool _FileSave_Action();
 
  protected:
   void Layout() override;
   void CreateControls() override;
-  void AddMenuHandlers() override;
+  [[nodiscard]] Ref<editFieldExtras> _TextField() const override { return efHelp(); }
+  [[nodiscard]] Text _SuggestedName() const override { return "Setting up Quorvel"; }
 };
 
 }  // namespace create_key_file_window

@@ -78,26 +78,6 @@ void wKeyIs::mAppearanceUpdate() {
   editFieldExtras1()->TextSize(iTheFontSize);
 }
 
-void wKeyIs::AddMenuHandlers() {
-  _AddMenuHandler("FilePrint", [this] { return _FilePrint_Action(); });
-  _AddMenuHandler("FileSave", [this] { return _FileSave_Action(); });
-}
-
-void wKeyIs::Event_EnableMenuItems() {
-  FilePrint()->Enabled(true);
-  FileSave()->Enabled(true);
-}
-
-bool wKeyIs::_FilePrint_Action() {
-  editFieldExtras1()->efPrint(PageNumbers::Off);
-  return false;
-}
-
-bool wKeyIs::_FileSave_Action() {
-  editFieldExtras1()->efSave("KeyInfo.txt");
-  return false;
-}
-
 }  // namespace key_is_window
 
 Ref<key_is_window::wKeyIs> wKeyIs() { return ImplicitWindow<key_is_window::wKeyIs>(); }

@@ -106,8 +106,7 @@ void wMain::_CreateControls0() {
 void wMain::AddMenuHandlers() {
   _AddMenuHandler("FontLarger", [this] { return _FontLarger_Action(); });
   _AddMenuHandler("FontSmaller", [this] { return _FontSmaller_Action(); });
-  _AddMenuHandler("FilePrint", [this] { return _FilePrint_Action(); });
-  _AddMenuHandler("FileSave", [this] { return _FileSave_Action(); });
+  TextWindow::AddMenuHandlers();
 }
 
 Ref<editFieldExtras> wMain::efLog() const { return ControlOf<editFieldExtras>(*this, "efLog"); }
@@ -145,8 +144,7 @@ void wMain::FitLog() {
 void wMain::Event_EnableMenuItems() {
   FontSmaller()->Enabled(true);
   FontLarger()->Enabled(true);
-  FilePrint()->Enabled(true);
-  FileSave()->Enabled(true);
+  TextWindow::Event_EnableMenuItems();
 }
 
 bool wMain::_FontLarger_Action() {
@@ -161,19 +159,11 @@ bool wMain::_FontSmaller_Action() {
   return false;
 }
 
-bool wMain::_FilePrint_Action() {
-  efLog()->efPrint(PageNumbers::On);
-  return false;
-}
-
-bool wMain::_FileSave_Action() {
-  const auto now = __New<Date>();
+Text wMain::_SuggestedName() const {
+  const auto now = New<Date>();
   now->Constructor();
-  const Text sFileName = Text("Quorvel Report ") + Str(now->Month()) + "-" + Str(now->Day()) + "-" +
-                         Str(now->Year()) + " " + Str(now->Hour()) + "-" + Str(now->Minute()) +
-                         ".txt";
-  efLog()->efSave(sFileName);
-  return false;
+  return Text("Quorvel Report ") + Str(now->Month()) + "-" + Str(now->Day()) + "-" +
+         Str(now->Year()) + " " + Str(now->Hour()) + "-" + Str(now->Minute()) + ".txt";
 }
 
 void wMain::tmrUDPCheck_Action() {

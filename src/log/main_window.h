@@ -2,17 +2,16 @@
 
 #include <cstdint>
 
-#include "log/edit_field_extras.h"
+#include "log/text_window.h"
 #include "platform/object.h"
 #include "platform/timer.h"
-#include "ui/app_window.h"
 
 namespace quorvel {
 
 namespace main_window {
 
 /// The working window: the log. Opening it starts the listening; closing it ends the program.
-class wMain : public AppWindow {
+class wMain : public TextWindow {
  public:
   static constexpr const char* kClassName = "wMain.wMain";
 
@@ -31,14 +30,15 @@ class wMain : public AppWindow {
   virtual void tmrUDPCheck_Action();
   virtual bool _FontLarger_Action();
   virtual bool _FontSmaller_Action();
-  virtual bool _FilePrint_Action();
-  /// Saves the log under a name that tells the date and time.
-  virtual bool _FileSave_Action();
 
  protected:
   void Layout() override;
   void CreateControls() override;
   void AddMenuHandlers() override;
+  [[nodiscard]] Ref<editFieldExtras> _TextField() const override { return efLog(); }
+  /// Tells the date and time.
+  [[nodiscard]] Text _SuggestedName() const override;
+  [[nodiscard]] PageNumbers _PageNumbers() const override { return PageNumbers::On; }
 
  private:
   virtual void _CreateControls0();

@@ -154,26 +154,6 @@ void wHelp::mAppearanceUpdate() {
   web_link->Text(kProductPage);
 }
 
-void wHelp::AddMenuHandlers() {
-  _AddMenuHandler("FilePrint", [this] { return _FilePrint_Action(); });
-  _AddMenuHandler("FileSave", [this] { return _FileSave_Action(); });
-}
-
-void wHelp::Event_EnableMenuItems() {
-  FilePrint()->Enabled(true);
-  FileSave()->Enabled(true);
-}
-
-bool wHelp::_FilePrint_Action() {
-  EditField1()->efPrint(PageNumbers::Off);
-  return false;
-}
-
-bool wHelp::_FileSave_Action() {
-  EditField1()->efSave("Help with Quorvel");
-  return false;
-}
-
 }  // namespace help_window
 
 Ref<help_window::wHelp> wHelp() { return ImplicitWindow<help_window::wHelp>(); }

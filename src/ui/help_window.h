@@ -2,9 +2,8 @@
 
 #include <cstdint>
 
-#include "log/edit_field_extras.h"
+#include "log/text_window.h"
 #include "platform/object.h"
-#include "ui/app_window.h"
 
 namespace quorvel {
 
@@ -12,22 +11,20 @@ namespace help_window {
 
 /// The user's guide: captions on the left, each a link to the text that the field then shows, and
 /// a link to the product's web page.
-class wHelp : public AppWindow {
+class wHelp : public TextWindow {
  public:
   static constexpr const char* kClassName = "wHelp.wHelp";
 
   [[nodiscard]] Text _ClassName() const override { return kClassName; }
   void Event_Open() override;
   void Event_Close() override;
-  void Event_EnableMenuItems() override;
   virtual void mAppearanceUpdate();
-  virtual bool _FilePrint_Action();
-  virtual bool _FileSave_Action();
 
  protected:
   void Layout() override;
   void CreateControls() override;
-  void AddMenuHandlers() override;
+  [[nodiscard]] Ref<editFieldExtras> _TextField() const override { return EditField1(); }
+  [[nodiscard]] Text _SuggestedName() const override { return "Help with Quorvel"; }
 
  private:
   [[nodiscard]] Ref<editFieldExtras> EditField1() const;

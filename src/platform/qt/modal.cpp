@@ -1,5 +1,7 @@
 #include "platform/qt/modal.h"
 
+#include <QApplication>
+
 namespace quorvel::qt {
 
 QWidget* DialogParent() {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QApplication>
 #include <QDialog>
 #include <QPointer>
 #include <utility>
