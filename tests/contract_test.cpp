@@ -306,24 +306,6 @@ TEST_F(Contract, ThingsMayGoInsideTheirOwnHandlers) {
   EXPECT_EQ(fired, 1);
 }
 
-TEST_F(Contract, ATimerFiresUntilItsModeIsSetBack) {
-  const auto timer = New<Timer>();
-  const auto other = New<Timer>();
-  int fired = 0;
-  int other_fired = 0;
-  timer->_Install("Action", [&](int32_t, int32_t) {
-    if (++fired == 3) timer->Mode(0);
-    return true;
-  });
-  other->_Install("Action", [&](int32_t, int32_t) { return ++other_fired > 0; });
-  for (const auto& each : {timer, other}) {
-    each->Period(1);
-    each->Mode(Timer::kModeMultiple);
-  }
-  EXPECT_TRUE(mHands->WaitUntil([&] { return fired >= 3 && other_fired > 20; }));
-  EXPECT_EQ(fired, 3);
-}
-
 TEST_F(Contract, MenusFollowTheFrontWindow) {
   ImplicitWindow<Probe>();
   ImplicitWindow<Bare>();
@@ -363,16 +345,6 @@ TEST_F(Contract, WhatIsTypedReachesTheField) {
   EXPECT_EQ(line->Text().Bytes(), "Maple");
   line->Text("");
   EXPECT_EQ(mHands->ShownText("line"), "");
-}
-
-TEST_F(Contract, ControlsFollowAtOnce) {
-  const auto field = OpenProbe()->Get<EditField>("field");
-  EXPECT_EQ(mHands->PlaceOf("field"), (Hands::Place{10, 100, 300, 150}));
-  field->Width(180);
-  field->Height(90);
-  field->TextSize(72);
-  EXPECT_EQ(mHands->PlaceOf("field"), (Hands::Place{10, 100, 180, 90}));
-  EXPECT_EQ(field->TextSize(), 72);
 }
 
 TEST_F(Contract, AUsersResizeIsTold) {

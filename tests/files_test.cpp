@@ -7,7 +7,6 @@
 #include <string>
 #include <vector>
 
-#include "platform/date.h"
 #include "platform/headless/side.h"
 #include "platform/runtime.h"
 #include "support/temporary_folder.h"
@@ -113,18 +112,6 @@ TEST_F(Files, TheSaveDialogStartsThereWithTheRegisteredType) {
   EXPECT_EQ(question.default_name, "Report");
   EXPECT_EQ(question.extension, ".txt");
   EXPECT_EQ(question.folder, mFolder.Path() / "Documents" / "Quorvel");
-}
-
-TEST_F(Files, ADateIsLocalTime) {
-  setenv("TZ", "UTC-1", 1);
-  tzset();
-  mSide.desktop.now = std::chrono::system_clock::from_time_t(1204877100);  // 7 March 2008 8:05 UTC
-  const auto date = New<Date>();
-  date->Constructor();
-  unsetenv("TZ");
-  tzset();
-  EXPECT_EQ((std::vector{date->Year(), date->Month(), date->Day(), date->Hour(), date->Minute()}),
-            (std::vector<int32_t>{2008, 3, 7, 9, 5}));
 }
 
 }  // namespace

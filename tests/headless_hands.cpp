@@ -65,6 +65,14 @@ class HeadlessHands : public Hands {
     const auto pressed = mSide.windows.FindControl(button)->pressed;
     pressed();
   }
+  void FollowLink(const std::string& link) override {
+    const auto& window = *mSide.windows.open.front();
+    const auto& state = mSide.windows.FindControl(link)->state;
+    if (!state.Link) return;
+    const native::Point middle{state.Left + state.Width / 2, state.Top + state.Height / 2};
+    window.listener->OnMousePressed(middle);
+    window.listener->OnMouseReleased(middle);
+  }
   void MoveMouse(const std::string& title, int x, int y) override {
     Listener(title).OnMouseMoved({x, y});
   }

@@ -101,12 +101,5 @@ TEST_F(MainWindow, InTestModeTheTimerSendsAndCounts) {
   EXPECT_TRUE(Log().starts_with("IP Address: 10.77.0.1 Sent: nvhhztv hvmg 9\n"));
 }
 
-TEST_F(MainWindow, OpenedAgainItMakesNoSecondSocket) {
-  const auto socket = mGlobals::EasyUDPSocket1;
-  wMain()->Event_Open();
-  EXPECT_TRUE(mGlobals::EasyUDPSocket1 == socket);
-  EXPECT_EQ(wMain()->Title().Bytes(), "Quorvel v1.0.5 -  Ready...");
-}
-
 }  // namespace
 }  // namespace quorvel

@@ -103,6 +103,13 @@ class QtHands : public Hands {
     QTest::keyClicks(Control<QWidget>(field), QString::fromStdString(text));
   }
   void PressButton(const std::string& button) override { Control<QPushButton>(button)->click(); }
+  void FollowLink(const std::string& link) override {
+    auto* const label = Control<QWidget>(link);
+    for (int i = 0; i < 20 && !label->hasFocus(); ++i) {
+      QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    }
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+  }
   void MoveMouse(const std::string& title, int x, int y) override {
     Mouse(QEvent::MouseMove, title, x, y);
   }

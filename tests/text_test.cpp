@@ -174,12 +174,5 @@ TEST(Text, ConversionLosesNothing) {
   EXPECT_EQ(converted(std::string("a\0\r\n\x80", 5)), std::string("a\0\r\n\xC2\x80", 6));
 }
 
-TEST(Text, AJoinedTextIsMarkedWhenEitherPartIs) {
-  const Text received = Text::FromBytes("x");
-  EXPECT_EQ((received + received).Encoding(), TextEncoding::None);
-  EXPECT_EQ((received + "y").Encoding(), TextEncoding::UTF8);
-  EXPECT_EQ((Text("y") + received).Encoding(), TextEncoding::UTF8);
-}
-
 }  // namespace
 }  // namespace quorvel

@@ -115,7 +115,7 @@ TEST_F(AllWindows, HelpCommandsOpenEachWindowOnceAndAfresh) {
   EXPECT_THAT(mHands->ShownText("editFieldExtras1"), testing::HasSubstr("is ' Maple '.  See"));
 }
 
-TEST_F(AllWindows, HelpTopicsComeWithTheReleaseOfTheMouse) {
+TEST_F(AllWindows, HelpTopicsComeWithTheMouseAndTheKeyboard) {
   static_cast<void>(wHelp());
   EXPECT_EQ(mHands->ShownText("EditField1"), ReadMeFirst0().Bytes());
   mHands->MoveMouse("Help", 30, 40);
@@ -125,6 +125,8 @@ TEST_F(AllWindows, HelpTopicsComeWithTheReleaseOfTheMouse) {
   mHands->ReleaseMouse("Help", 400, 300);
   EXPECT_EQ(mHands->ShownText("EditField1"), ReadMeFirstMac4().Bytes());
   EXPECT_THAT(std::string(ReadMeFirstMac4().Bytes()), testing::HasSubstr("QuorvelKeyFile"));
+  mHands->FollowLink("StaticText7");
+  EXPECT_EQ(mHands->ShownText("EditField1"), ReadMeFirstMac6().Bytes());
 }
 
 }  // namespace

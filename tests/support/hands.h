@@ -44,6 +44,8 @@ class Hands {
   virtual void Choose(const std::string& item) = 0;
   virtual void Type(const std::string& field, const std::string& text) = 0;
   virtual void PressButton(const std::string& button) = 0;
+  /// Goes to a link with the keyboard and presses Return there.
+  virtual void FollowLink(const std::string& link) = 0;
   virtual void MoveMouse(const std::string& title, int x, int y) = 0;
   virtual void PressMouse(const std::string& title, int x, int y) = 0;
   virtual void ReleaseMouse(const std::string& title, int x, int y) = 0;
