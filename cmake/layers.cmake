@@ -9,6 +9,7 @@ function(quorvel_layer target)
   add_custom_target(${target}_layer
     COMMAND ${CMAKE_COMMAND} -DSOURCES=${sources} "-DALLOWED=${allowed}"
             -P ${PROJECT_SOURCE_DIR}/cmake/check_layer.cmake
+    COMMENT "Checking what ${target} includes"
     VERBATIM)
   add_dependencies(${target} ${target}_layer)
 endfunction()

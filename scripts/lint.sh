@@ -33,7 +33,8 @@ check_headers() {
   local -a flags
   read -r -a flags <<<"$(compile_flags "$1")"
   if [[ ${#flags[@]} -eq 0 ]]; then fail "the build does not compile $1"; fi
-  xargs -r -P "$(nproc)" -I HEADER "${flags[@]}" -fsyntax-only -include "$root/HEADER" -x c++ /dev/null
+  xargs -r -P "$(nproc)" -I HEADER \
+    "${flags[@]}" -fsyntax-only -include "$root/HEADER" -x c++ /dev/null
 }
 
 check_headers_alone() {
