@@ -48,7 +48,7 @@ void MemoryBlock::Long(int32_t offset, int32_t value) {
   Require(Fits(offset, kLongSize));
   std::string& bytes = OwnBytes();
   for (int32_t i = 0; i < kLongSize; ++i) {
-    bytes[static_cast<size_t>(offset + i)] =
+    bytes[static_cast<size_t>(offset) + static_cast<size_t>(i)] =
         static_cast<char>(static_cast<uint32_t>(value) >> ShiftOf(i));
   }
 }
