@@ -48,7 +48,7 @@ class Sockets : public testing::Test {
   ~Sockets() override { static_cast<void>(RuntimeExit()); }
 
   static Ref<Station> Listener(const Text& group) {
-    const auto station = New<Station>();
+    auto station = New<Station>();
     station->Bind(kPort);
     station->Register(group);
     return station;
