@@ -58,7 +58,7 @@ Text TextInputStream::ReadLine(std::nullptr_t) {
     looked_at = mBuffer.size() - mNext;
   } while (end == std::string::npos && Fill());
   if (end == std::string::npos) return _ReadAll();
-  const Text line = Text::FromBytes(std::string_view(mBuffer).substr(mNext, end - mNext));
+  Text line = Text::FromBytes(std::string_view(mBuffer).substr(mNext, end - mNext));
   mNext = end + 1;
   if (mBuffer[end] == '\r' && !EOF_() && mBuffer[mNext] == '\n') ++mNext;
   return line;
@@ -67,7 +67,7 @@ Text TextInputStream::ReadLine(std::nullptr_t) {
 Text TextInputStream::_ReadAll() {
   while (Fill()) {
   }
-  const Text rest = Text::FromBytes(std::string_view(mBuffer).substr(mNext));
+  Text rest = Text::FromBytes(std::string_view(mBuffer).substr(mNext));
   mNext = mBuffer.size();
   return rest;
 }

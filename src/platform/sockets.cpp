@@ -159,7 +159,7 @@ bool UDPSocket::SendOnEachInterface(Ipv4Address group, const Text& data) {
 
 Ref<Datagram> UDPSocket::Read(std::nullptr_t) {
   if (mReceived.empty()) return Nil;
-  const auto oldest = mReceived.front();
+  auto oldest = mReceived.front();
   mReceived.pop_front();
   return oldest;
 }
