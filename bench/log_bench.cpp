@@ -5,7 +5,7 @@
 #include <string>
 
 #include "log/decode_word.h"
-#include "platform/text.h"
+#include "platform/values/text.h"
 
 namespace {
 

@@ -38,8 +38,8 @@ check_headers() {
 }
 
 check_headers_alone() {
-  find src -name '*.h' -not -path 'src/platform/qt/*' | check_headers src/platform/text.cpp
-  find src/platform/qt -name '*.h' | check_headers src/platform/qt/desktop.cpp
+  find src -name '*.h' -not -path 'src/native/qt/*' | check_headers src/platform/values/text.cpp
+  find src/native/qt -name '*.h' | check_headers src/native/qt/desktop.cpp
 }
 
 # tidy FOLDERS [CHECKS]: over the sources in these folders, with these changes to .clang-tidy.

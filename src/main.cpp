@@ -1,5 +1,5 @@
-#include "platform/qt/side.h"
-#include "shell/entry.h"
+#include "app/entry.h"
+#include "native/qt/side.h"
 
 int main(int argc, char** argv) {
   const auto side = quorvel::qt::MakeSide(argc, argv);

@@ -2,9 +2,9 @@
 
 #include <string>
 
-#include "platform/dictionary.h"
-#include "platform/exceptions.h"
-#include "platform/memory_block.h"
+#include "platform/values/dictionary.h"
+#include "platform/values/exceptions.h"
+#include "platform/values/memory_block.h"
 
 namespace quorvel {
 namespace {

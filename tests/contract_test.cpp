@@ -7,12 +7,12 @@
 #include <utility>
 #include <vector>
 
-#include "platform/application.h"
-#include "platform/exceptions.h"
-#include "platform/runtime.h"
-#include "platform/system.h"
-#include "platform/timer.h"
-#include "platform/window.h"
+#include "platform/runtime/runtime.h"
+#include "platform/values/exceptions.h"
+#include "platform/windows/application.h"
+#include "platform/windows/system.h"
+#include "platform/windows/timer.h"
+#include "platform/windows/window.h"
 #include "support/hands.h"
 
 namespace quorvel {
@@ -72,7 +72,7 @@ class Probe : public Window {
 
  protected:
   void Layout() override {
-    MenuBar(_GetAppObject()->MenuBar());
+    MenuBar(_TheApplication()->MenuBar());
     static constexpr Property kTable[] = {{"Title", "Probe"}, {"Width", 400}, {"Height", 300}};
     _SetProperties(*this, kTable);
   }
@@ -119,7 +119,7 @@ class Bare : public Window {
 
  protected:
   void Layout() override {
-    MenuBar(_GetAppObject()->MenuBar());
+    MenuBar(_TheApplication()->MenuBar());
     static constexpr Property kTable[] = {{"Title", "Bare"}};
     _SetProperties(*this, kTable);
   }

@@ -1,4 +1,4 @@
-#include "platform/files.h"
+#include "platform/files/files.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/headless/side.h"
-#include "platform/runtime.h"
+#include "native/headless/side.h"
+#include "platform/runtime/runtime.h"
 #include "support/temporary_folder.h"
 
 namespace quorvel {

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/ip_address.h"
+#include "platform/network/ip_address.h"
 #include "support/easy_udp_socket_door.h"
 
 namespace quorvel {

@@ -1,6 +1,6 @@
 #include <utility>
 
-#include "platform/headless/side.h"
+#include "native/headless/side.h"
 #include "support/hands.h"
 
 namespace quorvel {

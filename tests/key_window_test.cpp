@@ -4,8 +4,8 @@
 
 #include <cerrno>
 
-#include "shell/globals.h"
 #include "support/program.h"
+#include "ui/globals.h"
 
 namespace quorvel {
 namespace {

@@ -7,13 +7,13 @@
 
 #include <string>
 
+#include "app/app.h"
+#include "app/entry.h"
 #include "log/decode_word.h"
-#include "platform/runtime.h"
-#include "shell/app.h"
-#include "shell/entry.h"
-#include "shell/globals.h"
+#include "platform/runtime/runtime.h"
 #include "support/hands.h"
 #include "support/private_network.h"
+#include "ui/globals.h"
 
 namespace quorvel {
 namespace {

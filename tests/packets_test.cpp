@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/exceptions.h"
-#include "platform/runtime.h"
+#include "platform/runtime/runtime.h"
+#include "platform/values/exceptions.h"
 #include "support/easy_udp_socket_door.h"
 #include "support/scripted_sockets.h"
 

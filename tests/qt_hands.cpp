@@ -11,7 +11,7 @@
 #include <QTimer>
 #include <utility>
 
-#include "platform/qt/side.h"
+#include "native/qt/side.h"
 #include "support/hands.h"
 
 namespace quorvel {

@@ -10,9 +10,9 @@
 #include <vector>
 
 #include "messaging/easy_udp_socket.h"
-#include "platform/exceptions.h"
-#include "platform/headless/side.h"
-#include "platform/runtime.h"
+#include "native/headless/side.h"
+#include "platform/runtime/runtime.h"
+#include "platform/values/exceptions.h"
 #include "support/private_network.h"
 
 namespace quorvel {

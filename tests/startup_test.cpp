@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "shell/globals.h"
 #include "support/program.h"
+#include "ui/globals.h"
 
 namespace quorvel {
 namespace {

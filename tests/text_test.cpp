@@ -1,4 +1,4 @@
-#include "platform/text.h"
+#include "platform/values/text.h"
 
 #include <gtest/gtest.h>
 
@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/numbers.h"
+#include "platform/values/numbers.h"
 
 namespace quorvel {
 namespace {

@@ -7,9 +7,9 @@
 #include <string>
 #include <vector>
 
-#include "platform/application.h"
-#include "platform/exceptions.h"
-#include "platform/runtime.h"
+#include "platform/runtime/runtime.h"
+#include "platform/values/exceptions.h"
+#include "platform/windows/application.h"
 #include "support/easy_udp_socket_door.h"
 #include "support/scripted_sockets.h"
 

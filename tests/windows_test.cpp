@@ -8,16 +8,16 @@
 #include <string>
 #include <vector>
 
+#include "app/app.h"
+#include "app/entry.h"
+#include "help/about_window.h"
+#include "help/help_window.h"
 #include "key/create_key_file_window.h"
 #include "key/key_is_window.h"
 #include "log/main_window.h"
-#include "platform/runtime.h"
-#include "shell/app.h"
-#include "shell/entry.h"
-#include "shell/globals.h"
+#include "platform/runtime/runtime.h"
 #include "support/hands.h"
-#include "ui/about_window.h"
-#include "ui/help_window.h"
+#include "ui/globals.h"
 #include "ui/resources.h"
 
 namespace quorvel {

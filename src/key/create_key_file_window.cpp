@@ -1,11 +1,11 @@
 #include "key/create_key_file_window.h"
 
 #include "log/main_window.h"
-#include "platform/files.h"
-#include "platform/runtime.h"
-#include "platform/system.h"
-#include "shell/file_types.h"
-#include "shell/globals.h"
+#include "platform/files/files.h"
+#include "platform/runtime/runtime.h"
+#include "platform/windows/system.h"
+#include "ui/file_types.h"
+#include "ui/globals.h"
 #include "ui/resources.h"
 
 namespace quorvel {

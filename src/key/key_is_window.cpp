@@ -1,6 +1,6 @@
 #include "key/key_is_window.h"
 
-#include "shell/globals.h"
+#include "ui/globals.h"
 
 namespace quorvel {
 

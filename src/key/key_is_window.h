@@ -1,7 +1,7 @@
 #pragma once
 
-#include "log/text_window.h"
-#include "platform/object.h"
+#include "platform/values/object.h"
+#include "ui/text_window.h"
 
 namespace quorvel {
 

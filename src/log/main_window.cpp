@@ -1,9 +1,9 @@
 #include "log/main_window.h"
 
 #include "log/my_easy_udp_socket.h"
-#include "platform/date.h"
-#include "platform/runtime.h"
-#include "shell/globals.h"
+#include "platform/runtime/date.h"
+#include "platform/runtime/runtime.h"
+#include "ui/globals.h"
 
 namespace quorvel {
 

@@ -2,9 +2,9 @@
 
 #include <cstdint>
 
-#include "log/text_window.h"
-#include "platform/object.h"
-#include "platform/timer.h"
+#include "platform/values/object.h"
+#include "platform/windows/timer.h"
+#include "ui/text_window.h"
 
 namespace quorvel {
 

@@ -2,7 +2,7 @@
 
 #include "log/decode_word.h"
 #include "log/main_window.h"
-#include "shell/globals.h"
+#include "ui/globals.h"
 
 namespace quorvel {
 

@@ -1,9 +1,8 @@
 #include "messaging/easy_udp_socket.h"
 
-#include "platform/application.h"
-#include "platform/exceptions.h"
-#include "platform/numbers.h"
-#include "platform/runtime.h"
+#include "platform/runtime/runtime.h"
+#include "platform/values/exceptions.h"
+#include "platform/values/numbers.h"
 
 namespace quorvel {
 

@@ -2,9 +2,9 @@
 
 #include <cstdint>
 
-#include "platform/dictionary.h"
-#include "platform/memory_block.h"
-#include "platform/sockets.h"
+#include "platform/network/sockets.h"
+#include "platform/values/dictionary.h"
+#include "platform/values/memory_block.h"
 
 namespace quorvel {
 

@@ -2,8 +2,8 @@
 // on all machines.
 
 #include "messaging/easy_udp_socket.h"
-#include "platform/numbers.h"
-#include "platform/runtime.h"
+#include "platform/runtime/runtime.h"
+#include "platform/values/numbers.h"
 
 namespace quorvel {
 

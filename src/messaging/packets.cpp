@@ -2,7 +2,7 @@
 // docs/wire-format.md.
 
 #include "messaging/easy_udp_socket.h"
-#include "platform/runtime.h"
+#include "platform/runtime/runtime.h"
 
 namespace quorvel {
 

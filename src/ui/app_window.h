@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/object.h"
-#include "platform/window.h"
+#include "platform/values/object.h"
+#include "platform/windows/window.h"
 
 namespace quorvel {
 

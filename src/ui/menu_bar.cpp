@@ -2,8 +2,8 @@
 
 #include <span>
 
-#include "platform/application.h"
-#include "platform/runtime.h"
+#include "platform/runtime/runtime.h"
+#include "platform/windows/application.h"
 
 namespace quorvel {
 
@@ -65,7 +65,7 @@ Ref<menu_bar::MenuBar1>& Instance() {
 }
 
 Ref<MenuItem> ApplicationItem(const char* name) {
-  return _GetAppObject()->MenuBar()->_Lookup(name);
+  return _TheApplication()->MenuBar()->_Lookup(name);
 }
 
 }  // namespace

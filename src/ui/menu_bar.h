@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/menu.h"
-#include "platform/object.h"
+#include "platform/values/object.h"
+#include "platform/windows/menu.h"
 
 namespace quorvel {
 

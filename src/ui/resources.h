@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/object.h"
-#include "platform/resources.h"
-#include "platform/text.h"
+#include "platform/values/object.h"
+#include "platform/values/text.h"
+#include "platform/windows/resources.h"
 
 namespace quorvel {
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/native.h"
+#include "native/native.h"
 
 namespace quorvel {
 

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/runtime.h"
-#include "shell/entry.h"
+#include "app/entry.h"
+#include "platform/runtime/runtime.h"
 #include "support/scripted_sockets.h"
 #include "support/temporary_folder.h"
 

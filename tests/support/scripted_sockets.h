@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/headless/side.h"
+#include "native/headless/side.h"
 
 namespace quorvel {
 

@@ -1,0 +1,82 @@
+#include "native/headless/printing.h"
+
+#include <algorithm>
+#include <sstream>
+
+namespace quorvel::headless {
+
+namespace {
+
+constexpr int32_t kCharacterWidth = 6;
+constexpr int32_t kLineHeight = 12;
+
+std::vector<std::string> Wrapped(std::string_view text, int32_t width) {
+  const auto columns = static_cast<size_t>(std::max(width / kCharacterWidth, 1));
+  std::vector<std::string> lines;
+  std::istringstream paragraphs{std::string(text)};
+  for (std::string paragraph; std::getline(paragraphs, paragraph);) {
+    size_t at = 0;
+    do {
+      lines.push_back(paragraph.substr(at, columns));
+      at += columns;
+    } while (at < paragraph.size());
+  }
+  return lines;
+}
+
+class Layout : public native::PrintLayout {
+ public:
+  Layout(Print& print, std::vector<std::string> lines) : mPrint(print), mLines(std::move(lines)) {}
+
+  void DrawBlock(int32_t, int32_t, int32_t height) override {
+    for (int32_t used = kLineHeight; used <= height && !AtEnd(); used += kLineHeight) {
+      mPrint.sheets.back().lines.push_back(mLines[mNext++]);
+    }
+  }
+  [[nodiscard]] bool AtEnd() const override { return mNext == mLines.size(); }
+
+ private:
+  Print& mPrint;
+  std::vector<std::string> mLines;
+  size_t mNext = 0;
+};
+
+class Job : public native::PrintJob {
+ public:
+  Job(const PrintAnswer& answer, Print& print) : mAnswer(answer), mPrint(print) {
+    mPrint = {.sheets = {Sheet{}}, .finished = false};
+  }
+  ~Job() override { mPrint.finished = true; }
+
+  [[nodiscard]] std::pair<int32_t, int32_t> PageRange() const override {
+    return {mAnswer.first_page, mAnswer.last_page};
+  }
+  [[nodiscard]] int32_t Width() const override { return mAnswer.width; }
+  [[nodiscard]] int32_t Height() const override { return mAnswer.height; }
+  void DrawString(std::string_view text, int32_t x, int32_t y, std::string_view font,
+                  int32_t size) override {
+    std::ostringstream drawn;
+    drawn << text << " at " << x << "," << y << " in " << font << " " << size;
+    mPrint.sheets.back().strings.push_back(drawn.str());
+  }
+  void NextPage() override { mPrint.sheets.emplace_back(); }
+  [[nodiscard]] bool Cancelled() const override {
+    return static_cast<int32_t>(mPrint.sheets.size()) >= mAnswer.cancel_after;
+  }
+  std::unique_ptr<native::PrintLayout> LayOut(std::string_view text, const native::ControlState&,
+                                              int32_t width) override {
+    return std::make_unique<Layout>(mPrint, Wrapped(text, width));
+  }
+
+ private:
+  PrintAnswer mAnswer;
+  Print& mPrint;
+};
+
+}  // namespace
+
+std::unique_ptr<native::PrintJob> StartPrint(const PrintAnswer& answer, Print& print) {
+  return std::make_unique<Job>(answer, print);
+}
+
+}  // namespace quorvel::headless

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "native/native.h"
+
+namespace quorvel::headless {
+
+/// A sheet of paper: the lines of its text block, and what was drawn beside it.
+struct Sheet {
+  std::vector<std::string> lines;
+  std::vector<std::string> strings;
+};
+
+/// What came of a print job.
+struct Print {
+  std::vector<Sheet> sheets;
+  bool finished = false;
+};
+
+/// What the user answers to a print dialog.
+struct PrintAnswer {
+  int32_t first_page = 1;
+  int32_t last_page = 9999;
+  int32_t width = 612;
+  int32_t height = 792;
+  int32_t cancel_after = 9999;  ///< sheets
+};
+
+/// A job on a printer with one font, of which each character is 6 wide and each line 12 high.
+[[nodiscard]] std::unique_ptr<native::PrintJob> StartPrint(const PrintAnswer& answer, Print& print);
+
+}  // namespace quorvel::headless

@@ -1,0 +1,87 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <deque>
+#include <filesystem>
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "native/headless/event_loop.h"
+#include "native/headless/failing_calls.h"
+#include "native/headless/printing.h"
+#include "native/headless/windows.h"
+#include "native/native.h"
+
+namespace quorvel::headless {
+
+/// Answers dialogs from a script and records what was asked.
+class Dialogs : public native::Dialogs {
+ public:
+  void Message(std::string_view text) override;
+  std::optional<std::filesystem::path> AskSaveFile(const native::SaveQuestion& question) override;
+
+  bool AskPageSetup() override;
+  std::unique_ptr<native::PrintJob> AskPrint() override;
+
+  std::vector<std::string> messages;
+  std::vector<native::SaveQuestion> save_questions;
+  /// The answer to page setups, and how many there were.
+  bool accepts_page_setup = true;
+  int page_setups = 0;
+  /// The answer to print dialogs; nothing cancels.
+  std::optional<PrintAnswer> print_answer;
+  /// The last print job.
+  Print print;
+  /// The answers to come; when there is none, the user cancels.
+  std::deque<std::optional<std::filesystem::path>> save_answers;
+  /// Runs while a dialog is open.
+  std::function<void()> while_open;
+};
+
+/// A desktop of settable facts, which records what the program does to it.
+class Desktop : public native::Desktop {
+ public:
+  std::filesystem::path DocumentsFolder() override { return documents; }
+  std::filesystem::path ResourcesFolder() override { return resources; }
+  std::chrono::system_clock::time_point Now() override { return now; }
+  std::optional<int32_t> Gestalt(std::string_view selector) override;
+  void OpenUrl(std::string_view url) override { urls.emplace_back(url); }
+  void PlaySound(const std::filesystem::path& file) override { sounds.push_back(file); }
+  void ReportError(std::string_view line) override { errors.emplace_back(line); }
+
+  std::filesystem::path documents;
+  std::filesystem::path resources;
+  std::chrono::system_clock::time_point now;
+  std::map<std::string, int32_t, std::less<>> gestalt;
+  std::vector<std::string> urls;
+  std::vector<std::filesystem::path> sounds;
+  std::vector<std::string> errors;
+};
+
+/// A native side with no screen: real files and sockets, scripted answers, recorded calls.
+class Side : public native::Side {
+ public:
+  EventLoop& Loop() override { return loop; }
+  headless::Windows& Windows() override { return windows; }
+  headless::Dialogs& Dialogs() override { return dialogs; }
+  headless::Desktop& Desktop() override { return desktop; }
+  FileCalls& Files() override { return mFiles; }
+  SocketCalls& Sockets() override { return mSockets; }
+
+  EventLoop loop;
+  headless::Windows windows;
+  headless::Dialogs dialogs;
+  headless::Desktop desktop;
+  Faults faults;
+
+ private:
+  FailingFileCalls mFiles{faults};
+  FailingSocketCalls mSockets{faults};
+};
+
+}  // namespace quorvel::headless

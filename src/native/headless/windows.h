@@ -1,0 +1,57 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "native/native.h"
+
+namespace quorvel::headless {
+
+/// What a control was told to show, and how often.
+struct ShownControl {
+  native::ControlState state;
+  std::string text;  ///< of a text field
+  int whole_texts = 0;
+  int added_texts = 0;
+  int refreshes = 0;
+  native::TextFieldListener* field_listener = nullptr;
+  native::Callback pressed;
+};
+
+/// What a window was told to show, as long as it is open.
+struct ShownWindow {
+  native::WindowState state;
+  native::WindowListener* listener = nullptr;
+  int refreshes = 0;
+  std::vector<std::shared_ptr<ShownControl>> controls;
+};
+
+/// Keeps what the program shows, front window first, for tests to look at and act on.
+class Windows : public native::Windows {
+ public:
+  std::unique_ptr<native::Window> Create(native::WindowListener& listener) override;
+  void ShowMenuBar(const std::vector<native::MenuEntry>& menus_now,
+                   native::MenuListener& listener) override;
+
+  /// The open window of that title, or null.
+  [[nodiscard]] std::shared_ptr<ShownWindow> Find(std::string_view title) const;
+  /// The control of that name in any open window, or null.
+  [[nodiscard]] std::shared_ptr<ShownControl> FindControl(std::string_view name) const;
+  /// The menu entry of that name, or null.
+  [[nodiscard]] const native::MenuEntry* FindEntry(std::string_view name) const;
+
+  /// What the user does.
+  void BringToFront(std::string_view title);
+  void OpenMenus() const;
+  void Choose(std::string_view name) const;
+
+  std::vector<std::shared_ptr<ShownWindow>> open;
+  std::vector<native::MenuEntry> menus;
+
+ private:
+  native::MenuListener* mMenuListener = nullptr;
+};
+
+}  // namespace quorvel::headless

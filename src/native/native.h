@@ -1,0 +1,32 @@
+#pragma once
+
+#include "native/control.h"
+#include "native/desktop.h"
+#include "native/dialogs.h"
+#include "native/event_loop.h"
+#include "native/menu.h"
+#include "native/printing.h"
+#include "native/system_calls.h"
+#include "native/window.h"
+
+/// What a native side implements. The contract above holds all rules and all state; a native
+/// object shows what it is told and reports what the user does, through a listener.
+///
+/// Texts cross in valid UTF-8. Sizes and places are in pixels of the toolkit's logical
+/// coordinates. A native object may be destroyed inside its own callback, and calls no listener
+/// once it is gone. All calls come from one thread.
+namespace quorvel::native {
+
+/// All of a native side.
+class Side {
+ public:
+  virtual ~Side() = default;
+  virtual EventLoop& Loop() = 0;
+  virtual native::Windows& Windows() = 0;
+  virtual native::Dialogs& Dialogs() = 0;
+  virtual native::Desktop& Desktop() = 0;
+  virtual FileCalls& Files() = 0;
+  virtual SocketCalls& Sockets() = 0;
+};
+
+}  // namespace quorvel::native

@@ -1,0 +1,62 @@
+#include "native/qt/font.h"
+
+#include <QApplication>
+#include <QFontDatabase>
+#include <QFontInfo>
+
+#include "native/qt/strings.h"
+
+namespace quorvel::qt {
+
+namespace {
+
+QString FamilyName(const std::string& text) {
+  QString name = FromUtf8(text);
+  while (!name.isEmpty() && name.back().category() == QChar::Other_Control) name.chop(1);
+  return name;
+}
+
+void SetGeneric(QFont& font, const QString& family, QFont::StyleHint hint) {
+  font.setFamilies({family});
+  font.setStyleHint(hint);
+}
+
+void SetFamily(QFont& font, const QString& name) {
+  if (QFontDatabase::hasFamily(name)) {
+    font.setFamilies({name});
+  } else if (name == "Times") {
+    SetGeneric(font, "Serif", QFont::Serif);
+  } else if (name == "Geneva") {
+    SetGeneric(font, "Sans Serif", QFont::SansSerif);
+  }
+}
+
+// All but the size.
+QFont UnsizedFontOf(const native::ControlState& state) {
+  QFont font = QApplication::font();
+  SetFamily(font, FamilyName(state.TextFont));
+  font.setBold(state.Bold);
+  font.setItalic(state.Italic);
+  font.setUnderline(state.Underline);
+  return font;
+}
+
+}  // namespace
+
+// The windows are laid out for one pixel a unit: at 16 pixels, what 12 points are on most screens,
+// captions run out of their labels; at 12 pixels, the usual size of a desktop's text, they fit.
+QFont FontOf(const native::ControlState& state) {
+  QFont font = UnsizedFontOf(state);
+  if (state.TextSize > 0) font.setPixelSize(state.TextSize);
+  return font;
+}
+
+// A desktop may give the size of its own font in pixels, which are tiny on a printer.
+QFont PaperFontOf(const native::ControlState& state) {
+  QFont font = UnsizedFontOf(state);
+  font.setPointSizeF(state.TextSize > 0 ? state.TextSize
+                                        : QFontInfo(QApplication::font()).pointSizeF());
+  return font;
+}
+
+}  // namespace quorvel::qt

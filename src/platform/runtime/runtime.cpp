@@ -1,0 +1,130 @@
+#include "platform/runtime/runtime.h"
+
+#include <exception>
+#include <set>
+#include <string>
+
+#include "native/native.h"
+#include "platform/values/exceptions.h"
+
+namespace quorvel {
+
+namespace {
+
+enum class Phase : uint8_t { Starting, Running, Quitting, Ended };
+
+struct Runtime {
+  native::Side* side = nullptr;
+  Ref<RuntimeClient> app;
+  Phase phase = Phase::Starting;
+  int depth = 0;
+  std::set<std::string> classes_shown;
+};
+
+Runtime& State() {
+  static Runtime state;
+  return state;
+}
+
+void ShowOnce(const std::string& class_name, const std::string& line) {
+  if (State().phase != Phase::Running) return;
+  if (!State().classes_shown.insert(class_name).second) return;
+  Native().Dialogs().Message("Something went wrong inside Quorvel, which goes on running.\n\n" +
+                             line);
+}
+
+void _UnhandledException(const std::string& class_name, const std::string& message) {
+  const std::string line = class_name + ": " + message;
+  Native().Desktop().ReportError(line);
+  ShowOnce(class_name, line);
+}
+
+constexpr int32_t kDefaultWaitMs = 10;
+
+void EndApplication() {
+  State().app->_End();
+  State().phase = Phase::Ended;
+  Native().Loop().Stop();
+}
+
+}  // namespace
+
+void RunAndReport(const std::function<void()>& handler) noexcept {
+  try {
+    handler();
+  } catch (const EndException&) {
+  } catch (const RuntimeException& exception) {
+    const bool handled = State().app && State().app->_Unhandled(exception);
+    if (!handled) _UnhandledException(exception.ClassName(), exception.what());
+  } catch (const std::exception& exception) {
+    _UnhandledException("std::exception", exception.what());
+  } catch (...) {
+    _UnhandledException("unknown exception", "no message");
+  }
+}
+
+void RuntimeInit(native::Side& side) {
+  State() = Runtime{};
+  State().side = &side;
+}
+
+int RuntimeExit() {
+  State() = Runtime{};
+  return 0;
+}
+
+bool HasNative() { return State().side != nullptr; }
+
+native::Side& Native() {
+  if (!HasNative()) detail::RaiseNilObject();
+  return *State().side;
+}
+
+void _RuntimeRegisterAppObject(const Ref<RuntimeClient>& app) { State().app = app; }
+Ref<RuntimeClient> _GetAppObject() { return State().app; }
+
+void _RuntimeRun() {
+  State().phase = Phase::Running;
+  Dispatch([] { State().app->_Open(); });
+  if (State().phase != Phase::Ended) Native().Loop().Run();
+}
+
+void Quit(int32_t) {
+  if (State().phase >= Phase::Quitting) return;
+  State().phase = Phase::Quitting;
+  throw EndException("The application is quitting.");
+}
+
+void Dispatch(const std::function<void()>& handler) noexcept {
+  ++State().depth;
+  RunAndReport(handler);
+  if (State().phase == Phase::Quitting) {
+    // A handler further out goes on unwinding first; its dialog or turn of the loop ends here.
+    if (State().depth == 1) {
+      EndApplication();
+    } else {
+      Native().Loop().Stop();
+    }
+  }
+  --State().depth;
+}
+
+void UnwindIfQuitting() {
+  if (State().phase == Phase::Quitting && State().depth > 0) {
+    throw EndException("The application is quitting.");
+  }
+}
+
+void RuntimeClient::DoEvents(int32_t milliseconds) {
+  Native().Loop().Turn(milliseconds < 0 ? kDefaultWaitMs : milliseconds);
+  UnwindIfQuitting();
+}
+
+void StackCheck::Deeper(Sweep sweep) {
+  mUnchangedInARow = sweep == Sweep::Changed ? 0 : mUnchangedInARow + 1;
+  if (mUnchangedInARow >= 2) {
+    throw StackOverflowException("A sender's data would have been handled without end.");
+  }
+}
+
+}  // namespace quorvel

@@ -1,0 +1,83 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+
+#include "platform/values/object.h"
+
+namespace quorvel {
+
+namespace native {
+class Side;
+}
+class RuntimeException;
+
+/// The application object as the runtime drives it; `Application` implements the three steps.
+class RuntimeClient : public Object {
+ public:
+  /// Waits up to `milliseconds` for an event, delivers the events that are there, returns. -1 waits
+  /// for the default of 10 ms. Handlers run nested inside the call.
+  void DoEvents(int32_t milliseconds);
+
+  /// The first event of a run.
+  virtual void _Open() = 0;
+  /// The application ends: closes the windows, then fires the application's Close. Each step runs
+  /// in `RunAndReport`, so that a step that raises keeps none of the others from being done.
+  virtual void _End() = 0;
+  /// True when the application has dealt with the exception, which then goes unreported.
+  [[nodiscard]] virtual bool _Unhandled(const RuntimeException& exception) = 0;
+};
+
+/// Starts the runtime afresh on a native side, which must outlive `RuntimeExit`.
+void RuntimeInit(native::Side& side);
+/// Lets go of all that the runtime holds. Returns the status for the process: always 0.
+[[nodiscard]] int RuntimeExit();
+
+/// The native side in use. Raises `NilObjectException` when the runtime has not been started.
+[[nodiscard]] native::Side& Native();
+[[nodiscard]] bool HasNative();
+
+/// Makes `app` the application object; once, before `_RuntimeRun`.
+void _RuntimeRegisterAppObject(const Ref<RuntimeClient>& app);
+[[nodiscard]] Ref<RuntimeClient> _GetAppObject();
+[[nodiscard]] inline Ref<RuntimeClient> getAppObject() { return _GetAppObject(); }
+
+/// Fires the application's Open, delivers events until the application has quit, then returns.
+void _RuntimeRun();
+
+/// Ends the application: raises `EndException`, which unwinds the caller to the event loop; there
+/// the open windows close, the application's Close fires once, and the loop ends. While a quit is
+/// under way it returns and changes nothing.
+void Quit(int32_t exit_code);
+
+/// The one door through which native callbacks enter the program. Runs `handler`; an exception
+/// that comes out becomes the quit (`EndException`) or is reported as unhandled, and the event
+/// loop goes on. Nothing is ever thrown through the caller's frames.
+void Dispatch(const std::function<void()>& handler) noexcept;
+
+/// Runs `handler` and lets no exception out: an `EndException` has done its work by unwinding, any
+/// other exception is reported as unhandled.
+void RunAndReport(const std::function<void()>& handler) noexcept;
+
+/// To be called when a nested turn of the event loop returns: goes on unwinding when a handler
+/// in it asked to quit.
+void UnwindIfQuitting();
+
+/// Cooperative yield at the end of each round of a long loop. The program has one thread, so
+/// there is nobody to yield to.
+inline void RuntimeBackgroundTask() {}
+
+/// Stands for the stack check of a routine that is defined to call itself after each sweep that
+/// finds something, and runs as a loop instead, so that no depth uses up machine stack.
+class StackCheck {
+ public:
+  enum class Sweep : uint8_t { Changed, Unchanged };
+  /// Sweeps that change nothing can never end: the second one in a row raises
+  /// `StackOverflowException`.
+  void Deeper(Sweep sweep);
+
+ private:
+  int mUnchangedInARow = 0;
+};
+
+}  // namespace quorvel

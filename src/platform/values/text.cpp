@@ -1,0 +1,177 @@
+#include "platform/values/text.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "platform/values/utf8.h"
+
+namespace quorvel {
+
+namespace {
+
+char FoldAscii(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+
+int32_t ToCount(size_t count) {
+  return static_cast<int32_t>(std::min<size_t>(count, std::numeric_limits<int32_t>::max()));
+}
+
+std::string Folded(std::string_view bytes) {
+  std::string folded(bytes);
+  std::transform(folded.begin(), folded.end(), folded.begin(), FoldAscii);
+  return folded;
+}
+
+}  // namespace
+
+Text Text::FromBytes(std::string_view bytes, TextEncoding encoding) {
+  Text text;
+  text.mBytes = SharedBytes::Copy(bytes);
+  text.mEncoding = encoding;
+  return text;
+}
+
+size_t Text::CharacterCount() const {
+  if (mCount != kUnknown) return mCount;
+  const std::string_view bytes = Bytes();
+  size_t count = AsciiRun(bytes);
+  for (size_t offset = count; offset < bytes.size(); ++count) {
+    offset += DecodeUtf8(bytes.substr(offset)).length;
+  }
+  return mCount = count;
+}
+
+// Walks on from the place that was last asked for, so that a loop over all characters is linear.
+size_t Text::OffsetOf(size_t index) const {
+  const std::string_view bytes = Bytes();
+  if (mCount == bytes.size()) return std::min(index, bytes.size());
+  if (index < mLastIndex) mLastIndex = mLastOffset = 0;
+  while (mLastIndex < index && mLastOffset < bytes.size()) {
+    mLastOffset += DecodeUtf8(bytes.substr(mLastOffset)).length;
+    ++mLastIndex;
+  }
+  return mLastOffset;
+}
+
+Text Text::Characters(size_t index, size_t count) const {
+  const size_t start = OffsetOf(index);
+  const size_t rest = Bytes().size() - start;
+  if (count >= rest) return ByteRange(start, rest);
+  return ByteRange(start, OffsetOf(index + count) - start);
+}
+
+Text Text::ByteRange(size_t offset, size_t length) const {
+  const size_t size = Bytes().size();
+  Text part;
+  part.mEncoding = mEncoding;
+  if (offset < size) part.mBytes = mBytes.Slice(offset, std::min(length, size - offset));
+  return part;
+}
+
+Text Text::WithEncoding(TextEncoding encoding) const {
+  Text marked = *this;
+  marked.mEncoding = encoding;
+  return marked;
+}
+
+bool Text::Extends(const Text& prefix) const {
+  if (Bytes().size() < prefix.Bytes().size()) return false;
+  return mBytes.StartsWhere(prefix.mBytes) || Bytes().starts_with(prefix.Bytes());
+}
+
+Text operator+(const Text& left, const Text& right) {
+  Text joined;
+  joined.mBytes = left.IsEmpty() ? right.mBytes : left.mBytes.Joined(right.Bytes());
+  joined.mEncoding = std::max(left.mEncoding, right.mEncoding);
+  return joined;
+}
+
+bool operator==(const Text& left, const Text& right) {
+  return std::ranges::equal(left.Bytes(), right.Bytes(), {}, FoldAscii, FoldAscii);
+}
+
+int32_t StrComp(const Text& left, const Text& right, int32_t mode) {
+  const int order = mode == 0 ? left.Bytes().compare(right.Bytes())
+                              : Folded(left.Bytes()).compare(Folded(right.Bytes()));
+  return (order > 0) - (order < 0);
+}
+
+int32_t Len(const Text& text) { return ToCount(text.CharacterCount()); }
+int32_t LenB(const Text& text) { return ToCount(text.Bytes().size()); }
+
+Text Left(const Text& text, int32_t count) { return Mid(text, 1, count); }
+
+Text Right(const Text& text, int32_t count) {
+  return Mid(text, Len(text) - std::clamp(count, 0, Len(text)) + 1);
+}
+
+Text Mid(const Text& text, int32_t start, int32_t length) {
+  if (start < 1 || length < 1) return {};
+  return text.Characters(static_cast<size_t>(start) - 1, static_cast<size_t>(length));
+}
+
+Text Mid(const Text& text, int32_t start) {
+  return Mid(text, start, std::numeric_limits<int32_t>::max());
+}
+
+Text MidB(const Text& text, int32_t start) {
+  if (start < 1) return {};
+  return text.ByteRange(static_cast<size_t>(start) - 1, text.Bytes().size());
+}
+
+int32_t Asc(const Text& text) { return text.IsEmpty() ? 0 : DecodeUtf8(text.Bytes()).code; }
+
+Text Lowercase(const Text& text) { return Text::FromBytes(Folded(text.Bytes()), text.Encoding()); }
+
+Text Trim(const Text& text) {
+  constexpr std::string_view kBlank = " \t\n\v\f\r";
+  const size_t first = text.Bytes().find_first_not_of(kBlank);
+  if (first == std::string_view::npos) return {};
+  return text.ByteRange(first, text.Bytes().find_last_not_of(kBlank) + 1 - first);
+}
+
+Text Str(int32_t value) { return std::to_string(value).c_str(); }
+
+double Val(const Text& text) {
+  const Text trimmed = Trim(text);
+  const std::string_view bytes = trimmed.Bytes();
+  size_t i = 0;
+  const bool negative = i < bytes.size() && bytes[i] == '-';
+  if (i < bytes.size() && (bytes[i] == '-' || bytes[i] == '+')) ++i;
+  double value = 0;
+  for (; i < bytes.size() && IsDigit(bytes[i]); ++i) value = value * 10 + (bytes[i] - '0');
+  if (i < bytes.size() && bytes[i] == '.') {
+    double place = 0.1;
+    for (++i; i < bytes.size() && IsDigit(bytes[i]); ++i, place /= 10) {
+      value += place * (bytes[i] - '0');
+    }
+  }
+  return negative ? -value : value;
+}
+
+bool IsNumeric(const Text& text) {
+  return !text.IsEmpty() && std::ranges::all_of(text.Bytes(), IsDigit);
+}
+
+Text ConvertEncoding(const Text& text, TextEncoding encoding) {
+  if (encoding != Encodings::UTF8 || IsValidUtf8(text.Bytes())) return text.WithEncoding(encoding);
+  std::string converted;
+  converted.reserve(text.Bytes().size() + text.Bytes().size() / 8);
+  for (std::string_view rest = text.Bytes(); !rest.empty();) {
+    const Utf8Character character = DecodeUtf8(rest);
+    if (character.well_formed) {
+      converted.append(rest.substr(0, character.length));
+    } else {
+      converted.push_back(static_cast<char>(0xC0 | (character.code >> 6)));
+      converted.push_back(static_cast<char>(0x80 | (character.code & 0x3F)));
+    }
+    rest.remove_prefix(character.length);
+  }
+  return Text::FromBytes(converted, encoding);
+}
+
+std::string NativeText(const Text& text) {
+  return std::string(ConvertEncoding(text, Encodings::UTF8).Bytes());
+}
+
+}  // namespace quorvel

@@ -1,0 +1,24 @@
+#include "platform/windows/component.h"
+
+#include <utility>
+
+namespace quorvel {
+
+void Component::_Install(std::string_view event, InstanceEventHandler handler) {
+  mHandlers.insert_or_assign(std::string(event), std::move(handler));
+}
+
+bool Component::_Fire(std::string_view event, int32_t x, int32_t y) {
+  const auto found = mHandlers.find(std::string(event));
+  if (found == mHandlers.end()) return false;
+  // The handler may close the window and this object's handlers with it.
+  const InstanceEventHandler handler = found->second;
+  return handler(x, y);
+}
+
+void _InstallInstanceEventHandler(const Ref<Object>& object, std::string_view event,
+                                  InstanceEventHandler handler) {
+  Cast<Component>(object)->_Install(event, std::move(handler));
+}
+
+}  // namespace quorvel

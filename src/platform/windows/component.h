@@ -1,0 +1,65 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <type_traits>
+#include <unordered_map>
+
+#include "platform/values/object.h"
+#include "platform/windows/properties.h"
+
+namespace quorvel {
+
+/// A handler of one object's event. Events without a place pass 0, 0; only "MouseDown" looks at
+/// the result.
+using InstanceEventHandler = std::function<bool(int32_t x, int32_t y)>;
+
+/// A thing that a window holds under a name: set up from a layout table, a source of events.
+class Component : public Object {
+ public:
+  virtual void Constructor() {}
+  virtual void _AssignProperties(PropertySet properties) = 0;
+  virtual void _Install(std::string_view event, InstanceEventHandler handler);
+  /// What the handler returned; false when there is none.
+  bool _Fire(std::string_view event, int32_t x = 0, int32_t y = 0);
+
+ protected:
+  void ForgetHandlers() { mHandlers.clear(); }
+
+ private:
+  std::unordered_map<std::string, InstanceEventHandler> mHandlers;
+};
+
+/// Assigns every row of a layout table to a control or timer. A row that the object has no property
+/// for raises `RuntimeException`: the table is wrong.
+inline void _SetProperties(const Ref<Object>& component, PropertySet properties) {
+  Cast<Component>(component)->_AssignProperties(properties);
+}
+
+/// Routes that event of that one object to `handler`.
+void _InstallInstanceEventHandler(const Ref<Object>& object, std::string_view event,
+                                  InstanceEventHandler handler);
+
+/// Makes an instance event handler of a window's method: the method runs on the window (self),
+/// while the object that fired (me) is the one that it is installed on. Does nothing once the
+/// window has gone.
+template <class W, class Result, class... Places>
+[[nodiscard]] InstanceEventHandler RuntimeSwapSelfAndMe(W& self, Result (W::*method)(Places...)) {
+  return [window = Self(self).Shared()->weak_from_this(), method]([[maybe_unused]] int32_t x,
+                                                                  [[maybe_unused]] int32_t y) {
+    const auto alive = std::static_pointer_cast<W>(window.lock());
+    if (!alive) return false;
+    const auto call = [&](auto... places) { return ((*alive).*method)(places...); };
+    if constexpr (sizeof...(Places) == 0 && std::is_void_v<Result>) {
+      return call(), true;
+    } else if constexpr (std::is_void_v<Result>) {
+      return call(x, y), true;
+    } else {
+      return call(x, y);
+    }
+  };
+}
+
+}  // namespace quorvel

@@ -1,0 +1,112 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "native/menu.h"
+#include "platform/values/object.h"
+#include "platform/values/text.h"
+
+namespace quorvel {
+
+/// An item of a menu, or a menu with items. Items are found and routed by `Name`.
+class MenuItem : public Object {
+ public:
+  void Constructor() {}
+
+  [[nodiscard]] const quorvel::Text& Name() const { return mName; }
+  void Name(const quorvel::Text& name) { mName = name; }
+  [[nodiscard]] const quorvel::Text& Text() const { return mText; }
+  void Text(const quorvel::Text& text) { mText = text; }
+  /// As "Cmd+S"; empty for none.
+  [[nodiscard]] const quorvel::Text& KeyboardShortcut() const { return mShortcut; }
+  void KeyboardShortcut(const quorvel::Text& shortcut) { mShortcut = shortcut; }
+  /// Whether the enable pass may enable the item by itself: it does so for menus and for items
+  /// with an action of their own.
+  [[nodiscard]] bool AutoEnable() const { return mAutoEnable; }
+  void AutoEnable(bool on) { mAutoEnable = on; }
+  [[nodiscard]] bool Enabled() const { return mEnabled; }
+  void Enabled(bool on) { mEnabled = on; }
+  void Enable() { mEnabled = true; }
+
+  void Append(const Ref<MenuItem>& child) { mChildren.push_back(child); }
+  [[nodiscard]] const std::vector<Ref<MenuItem>>& Children() const { return mChildren; }
+  /// The direct child of that name, or Nil.
+  [[nodiscard]] Ref<MenuItem> Child(const quorvel::Text& name) const;
+  /// The item of that name anywhere below, or Nil.
+  [[nodiscard]] Ref<MenuItem> _Lookup(const quorvel::Text& name) const;
+  /// All items below, parents before their children.
+  [[nodiscard]] std::vector<Ref<MenuItem>> _Descendants() const;
+  /// Disables this item and all below.
+  virtual void _DisableEntirely();
+
+  [[nodiscard]] virtual native::MenuRole _Role() const { return native::MenuRole::Plain; }
+  [[nodiscard]] virtual bool _HasOwnAction() const { return false; }
+  /// What choosing the item does when no handler takes it.
+  virtual void Event_Action() {}
+
+ private:
+  quorvel::Text mName;
+  quorvel::Text mText;
+  quorvel::Text mShortcut;
+  bool mAutoEnable = true;
+  bool mEnabled = true;
+  std::vector<Ref<MenuItem>> mChildren;
+};
+
+/// An item that the desktop may place in its application menu.
+class AppleMenuItem : public MenuItem {
+ public:
+  [[nodiscard]] native::MenuRole _Role() const override { return native::MenuRole::About; }
+};
+
+/// An item that quits the application when no handler takes it.
+class QuitMenuItem : public MenuItem {
+ public:
+  [[nodiscard]] native::MenuRole _Role() const override { return native::MenuRole::Quit; }
+  [[nodiscard]] bool _HasOwnAction() const override { return true; }
+  void Event_Action() override;
+};
+
+/// The root of the menu tree. Brings its items up to date before they are used, and routes what
+/// is chosen: to the front window's handler of that name, else to the application's.
+class MenuBar : public MenuItem, private native::MenuListener {
+ public:
+  /// Never disables the bar itself.
+  void _DisableEntirely() override;
+  /// The enable pass: all off, then what the front window, the application and the items
+  /// themselves enable.
+  void _UpdateItems();
+  void _ShowOnDesktop();
+
+ private:
+  void OnMenuNeeded() override;
+  void OnMenuChosen(std::string_view name) override;
+  void Route(const quorvel::Text& name);
+};
+
+/// A command's handler. The result has no effect: a command has one handler at most.
+using MenuHandler = std::function<bool()>;
+
+/// The handlers of a window or of the application, by item name.
+class MenuHandlers {
+ public:
+  void Add(const Text& item_name, MenuHandler handler);
+  [[nodiscard]] bool HasKey(const Text& item_name) const { return Find(item_name) != nullptr; }
+  /// Runs the handler of that name, if there is one, and says whether there was.
+  [[nodiscard]] bool Run(const Text& item_name) const;
+  void EnableItems(const std::vector<Ref<MenuItem>>& items) const;
+
+ private:
+  struct Entry {
+    Text name;
+    MenuHandler handler;
+  };
+  [[nodiscard]] const Entry* Find(const Text& item_name) const;
+
+  std::vector<Entry> mEntries;
+};
+
+}  // namespace quorvel

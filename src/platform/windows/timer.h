@@ -1,0 +1,43 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+#include "native/event_loop.h"
+#include "platform/windows/component.h"
+
+namespace quorvel {
+
+/// Lets an object that is no control belong to a window.
+class _PaneChild {
+ public:
+  virtual ~_PaneChild() = default;
+};
+
+/// Fires "Action" every `Period` milliseconds while `Mode` is 2, until its last reference goes.
+class Timer : public Component, public _PaneChild {
+ public:
+  static constexpr int32_t kModeMultiple = 2;
+
+  [[nodiscard]] int32_t Mode() const { return mSettings.Mode; }
+  void Mode(int32_t mode);
+  [[nodiscard]] int32_t Period() const { return mSettings.Period; }
+  void Period(int32_t milliseconds);
+
+  void _AssignProperties(PropertySet properties) override;
+
+ private:
+  struct Settings {
+    std::string Name;
+    int32_t Mode = 0;
+    int32_t Period = 1000;
+    int32_t Left = 0;
+    int32_t Top = 0;
+  };
+  void Restart();
+
+  Settings mSettings;
+  std::unique_ptr<native::Subscription> mRunning;
+};
+
+}  // namespace quorvel

@@ -1,0 +1,245 @@
+#include "platform/windows/window.h"
+
+#include <algorithm>
+#include <array>
+#include <exception>
+#include <map>
+
+#include "native/native.h"
+#include "platform/runtime/runtime.h"
+#include "platform/values/exceptions.h"
+#include "platform/windows/timer.h"
+
+namespace quorvel {
+
+namespace {
+
+using State = native::WindowState;
+
+constexpr std::array<PropertyBinding<State>, 21> kBindings = {{
+    {"Title", &State::Title},
+    {"Width", &State::Width},
+    {"Height", &State::Height},
+    {"MinWidth", &State::MinWidth},
+    {"MinHeight", &State::MinHeight},
+    {"MaxWidth", &State::MaxWidth},
+    {"MaxHeight", &State::MaxHeight},
+    {"Placement", &State::Placement},
+    {"Frame", &State::Frame},
+    {"MacProcID", &State::MacProcID},
+    {"Visible", &State::Visible},
+    {"Resizeable", &State::Resizeable},
+    {"CloseButton", &State::CloseButton},
+    {"MinimizeButton", &State::MinimizeButton},
+    {"MaximizeButton", &State::MaximizeButton},
+    {"MenuBarVisible", &State::MenuBarVisible},
+    {"FullScreen", &State::FullScreen},
+    {"LiveResize", &State::LiveResize},
+    {"Composite", &State::Composite},
+    {"HasBackColor", &State::HasBackColor},
+    {"BackColor", &State::BackColor},
+}};
+
+std::vector<Ref<Window>>& OpenWindows() {
+  static std::vector<Ref<Window>> windows;
+  return windows;
+}
+
+std::map<std::string, Ref<Window>>& _mImplicitWindowList() {
+  static std::map<std::string, Ref<Window>> windows;
+  return windows;
+}
+
+auto PlaceOf(const Window& window) {
+  return std::ranges::find_if(OpenWindows(), [&](const auto& open) { return &*open == &window; });
+}
+
+}  // namespace
+
+void Window::Constructor() {
+  mNative = Native().Windows().Create(*this);
+  _WindowSupport::Add(Self(*this));
+  Layout();
+  CreateControls();
+  _mInitialControlsCreated = true;
+  AddMenuHandlers();
+  if (mState.Visible) Show();
+  Event_Open();
+}
+
+void Window::Show() {
+  _WindowSupport::BringToFront(*this);
+  if (!mNative) return;
+  mState.Visible = true;
+  UpdateNative();
+  mNative->Show();
+}
+
+void Window::UpdateNative() {
+  if (!mNative) return;
+  native::WindowState shown = mState;
+  shown.Visible = mState.Visible && _mInitialControlsCreated;
+  mNative->Update(shown);
+}
+
+void Window::Close() { _UnifiedClose(false); }
+
+void Window::Refresh(bool) {
+  if (mNative) mNative->Refresh();
+}
+
+Text Window::Title() const { return {mState.Title.c_str()}; }
+
+void Window::Title(const Text& title) {
+  mState.Title = NativeText(title);
+  UpdateNative();
+}
+
+void Window::_AddMenuHandler(const Text& item_name, MenuHandler handler) {
+  mMenuHandlers.Add(item_name, std::move(handler));
+}
+
+void Window::_EnableMenuItems(const std::vector<Ref<MenuItem>>& items) {
+  Event_EnableMenuItems();
+  mMenuHandlers.EnableItems(items);
+}
+
+bool Window::_HandleMenuCommand(const Text&) { return false; }
+bool Window::Event_CancelClose(bool) { return false; }
+
+void Window::_AssignProperties(PropertySet properties) {
+  for (const auto& property : properties) AssignProperty<State>(mState, kBindings, property);
+  UpdateNative();
+}
+
+void Window::_AddControl(const Text& name, const Ref<Object>& object) {
+  const auto control = Ref<Control>(std::dynamic_pointer_cast<Control>(object.Shared()));
+  if (!control && dynamic_cast<_PaneChild*>(&*object) == nullptr) detail::RaiseIllegalCast();
+  _mControls.emplace_back(name, object);
+  if (!control) return;
+  _mControlList.push_back(control);
+  control->_Realise(*mNative);
+}
+
+Ref<Object> Window::_Control(const Text& name) const {
+  const auto found = std::ranges::find_if(
+      _mControls, [&](const auto& entry) { return StrComp(entry.first, name, 0) == 0; });
+  return found == _mControls.end() ? Nil : found->second;
+}
+
+void Window::ReleaseControls() {
+  for (const auto& control : std::exchange(_mControlList, {})) control->Close();
+  _mControls.clear();
+  mClickClaimedBy = Nil;
+}
+
+bool Window::_UnifiedClose(bool application_quits) {
+  const auto keep = Self(*this);
+  if (!mNative) return true;
+  if (Event_CancelClose(application_quits)) return false;
+  std::exception_ptr raised;
+  try {
+    Event_Close();
+  } catch (...) {
+    raised = std::current_exception();
+  }
+  ReleaseControls();
+  _WindowSupport::Remove(*this);
+  mNative.reset();
+  if (raised) std::rethrow_exception(raised);
+  return true;
+}
+
+void Window::OnCloseRequested() {
+  Dispatch([self = Self(*this)] { self->Close(); });
+}
+
+void Window::OnActivated() {
+  Dispatch([self = Self(*this)] { _WindowSupport::BringToFront(*self); });
+}
+
+void Window::OnResized(int32_t width, int32_t height, bool dragging) {
+  Dispatch([=, self = Self(*this)] {
+    self->mState.Width = width;
+    self->mState.Height = height;
+    dragging ? self->Event_Resizing() : self->Event_Resized();
+  });
+}
+
+void Window::TrackMouse(native::Point place) {
+  const auto controls = _mControlList;
+  for (const auto& control : controls) {
+    if (const auto rect = std::dynamic_pointer_cast<RectControl>(control.Shared())) {
+      rect->_TrackMouse(place);
+    }
+  }
+}
+
+void Window::OnMouseMoved(native::Point place) {
+  Dispatch([=, self = Self(*this)] { self->TrackMouse(place); });
+}
+
+void Window::OnMousePressed(native::Point place) {
+  Dispatch([=, self = Self(*this)] {
+    // The control on top is the one that was made last.
+    auto controls = self->_mControlList;
+    std::ranges::reverse(controls);
+    for (const auto& control : controls) {
+      const auto rect = Ref<RectControl>(std::dynamic_pointer_cast<RectControl>(control.Shared()));
+      if (!rect || !rect->_Contains(place)) continue;
+      const bool claimed = rect->_Fire("MouseDown", place.x - rect->Left(), place.y - rect->Top());
+      if (!claimed) continue;
+      self->mClickClaimedBy = rect;
+      return;
+    }
+  });
+}
+
+void Window::OnMouseReleased(native::Point place) {
+  Dispatch([=, self = Self(*this)] {
+    const auto rect = std::exchange(self->mClickClaimedBy, Nil);
+    if (rect) rect->_Fire("MouseUp", place.x - rect->Left(), place.y - rect->Top());
+  });
+}
+
+Ref<Object> RuntimeWindowControlByName(const Window& window, const Text& name) {
+  return window._Control(name);
+}
+
+namespace _WindowSupport {
+
+std::vector<Ref<Window>> Windows() { return OpenWindows(); }
+Ref<Window> Front() { return OpenWindows().empty() ? Nil : OpenWindows().front(); }
+
+void Add(const Ref<Window>& window) {
+  OpenWindows().insert(OpenWindows().begin(), window);
+  _mImplicitWindowList().emplace(window->_ClassName().Bytes(), window);
+}
+
+void BringToFront(const Window& window) {
+  const auto place = PlaceOf(window);
+  if (place != OpenWindows().end()) std::rotate(OpenWindows().begin(), place, place + 1);
+}
+
+void Remove(const Window& window) {
+  const auto place = PlaceOf(window);
+  if (place != OpenWindows().end()) OpenWindows().erase(place);
+  const auto implicit = _mImplicitWindowList().find(std::string(window._ClassName().Bytes()));
+  if (implicit != _mImplicitWindowList().end() && &*implicit->second == &window) {
+    _mImplicitWindowList().erase(implicit);
+  }
+}
+
+void ReleaseAll() {
+  OpenWindows().clear();
+  _mImplicitWindowList().clear();
+}
+
+}  // namespace _WindowSupport
+
+Ref<Window> _GetImplicitWindow(const Text& class_name) {
+  const auto found = _mImplicitWindowList().find(std::string(class_name.Bytes()));
+  return found == _mImplicitWindowList().end() ? Nil : found->second;
+}
+
+}  // namespace quorvel
