@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "native/headless/side.h"
 #include "platform/runtime/runtime.h"
+#include "support/side.h"
 #include "support/temporary_folder.h"
 
 namespace quorvel {
@@ -35,7 +35,7 @@ class Files : public testing::Test {
   }
 
   TemporaryFolder mFolder;
-  headless::Side mSide;
+  test::Side mSide;
 };
 
 TEST_F(Files, LinesEndInAnyOfThreeWays) {

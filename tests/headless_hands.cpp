@@ -1,7 +1,7 @@
 #include <utility>
 
-#include "native/headless/side.h"
 #include "support/hands.h"
+#include "support/side.h"
 
 namespace quorvel {
 
@@ -91,7 +91,7 @@ class HeadlessHands : public Hands {
     return *mSide.windows.Find(title)->listener;
   }
 
-  headless::Side mSide;
+  test::Side mSide;
 };
 
 }  // namespace

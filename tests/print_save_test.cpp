@@ -33,7 +33,7 @@ class PrintAndSave : public Program {
     Choose("FileSave");
   }
   /// The last print, of a log of `lines` lines on paper for 10 lines of 10 characters.
-  headless::Print& Printed(int lines, headless::PrintAnswer answer) {
+  test::Print& Printed(int lines, test::PrintAnswer answer) {
     std::string log;
     for (int i = 1; i <= lines; ++i) log += "line " + std::to_string(i) + "\n";
     LogHolds(log);

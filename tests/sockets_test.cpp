@@ -10,10 +10,10 @@
 #include <vector>
 
 #include "messaging/easy_udp_socket.h"
-#include "native/headless/side.h"
 #include "platform/runtime/runtime.h"
 #include "platform/values/exceptions.h"
 #include "support/private_network.h"
+#include "support/side.h"
 
 namespace quorvel {
 namespace {
@@ -55,7 +55,7 @@ class Sockets : public testing::Test {
   }
   void Settle() { mSide.loop.Settle(); }
 
-  headless::Side mSide;
+  test::Side mSide;
 };
 
 class GroupSockets : public Sockets {
@@ -175,7 +175,7 @@ void InNewNetwork(const std::string& setup, const Body& body) {
 }
 
 bool HearsItself() {
-  headless::Side side;
+  test::Side side;
   RuntimeInit(side);
   bool heard = false;
   {

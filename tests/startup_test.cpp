@@ -135,7 +135,7 @@ TEST_F(Startup, WithAShortKeyTheProgramGoesOnWithoutAWindowUntilQuit) {
 
 // A network that does not work is nobody's business but the socket's.
 TEST_F(Startup, TheWindowListensWhateverTheSocketFound) {
-  headless::Side side;
+  test::Side side;
   side.desktop.documents = mFolder.Path();
   KeyFileHolds("1.0.5\nMaple-Room-7");
   side.faults.Arrange("Bind", 1, EACCES);

@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-#include "native/headless/side.h"
+#include "support/side.h"
 
 namespace quorvel {
 
@@ -71,7 +71,7 @@ class ScriptedSockets : public SocketCalls {
 };
 
 /// A headless side without a network.
-class OfflineSide : public headless::Side {
+class OfflineSide : public test::Side {
  public:
   SocketCalls& Sockets() override { return sockets; }
 

@@ -3,6 +3,7 @@
 #include <poll.h>
 
 #include <algorithm>
+#include <limits>
 #include <utility>
 #include <vector>
 
@@ -42,22 +43,20 @@ std::unique_ptr<native::Subscription> EventLoop::Watch(int descriptor, native::C
 
 std::unique_ptr<native::Subscription> EventLoop::Repeat(std::chrono::milliseconds period,
                                                         native::Callback fired) {
-  return Add(mTimers, {.period = period, .due = mNow + period, .callback = std::move(fired)});
+  return Add(mTimers, {.period = period, .due = mClock() + period, .callback = std::move(fired)});
 }
 
 void EventLoop::Run() {
-  mStopped = false;
-  while (!mStopped && (TakeStep() || DeliverReadable(0))) {
-  }
+  while (!TakeStop()) Deliver(-1);
 }
 
-void EventLoop::Turn(int32_t most_ms) {
-  if (!TakeStep()) DeliverReadable(most_ms);
-}
+void EventLoop::Turn(int32_t most_ms) { Deliver(std::max(most_ms, 0)); }
 
-void EventLoop::Settle() {
-  while (TakeStep() || DeliverReadable(0)) {
-  }
+bool EventLoop::Deliver(int32_t most_ms) {
+  const bool stepped = TakeStep();
+  const bool read = DeliverReadable(stepped ? 0 : TimeToWait(most_ms));
+  const bool fired = FireDue();
+  return stepped || read || fired;
 }
 
 bool EventLoop::TakeStep() {
@@ -80,17 +79,33 @@ bool EventLoop::DeliverReadable(int32_t most_ms) {
   return true;
 }
 
-void EventLoop::Advance(std::chrono::milliseconds time) {
-  const auto until = mNow + time;
+std::optional<EventLoop::Time> EventLoop::NextDue() const {
+  if (mTimers.empty()) return std::nullopt;
+  return (*std::ranges::min_element(mTimers, {}, [](const auto& timer) { return timer->due; }))
+      ->due;
+}
+
+int32_t EventLoop::TimeToWait(int32_t most_ms) const {
+  const auto due = NextDue();
+  if (!due) return most_ms;
+  const auto left = std::chrono::ceil<std::chrono::milliseconds>(*due - mClock()).count();
+  const auto most = most_ms < 0 ? std::numeric_limits<int32_t>::max() : most_ms;
+  return static_cast<int32_t>(std::clamp<int64_t>(left, 0, most));
+}
+
+bool EventLoop::FireDue() {
+  const Time now = mClock();
+  bool fired = false;
   while (!mTimers.empty()) {
-    const auto next = *std::ranges::min_element(
-        mTimers, {}, [](const std::shared_ptr<Source>& timer) { return timer->due; });
-    if (next->due > until) break;
-    mNow = next->due;
+    const auto next =
+        *std::ranges::min_element(mTimers, {}, [](const auto& timer) { return timer->due; });
+    if (next->due > now) break;
     next->due += next->period;
+    if (next->due <= now) next->due = now + next->period;
     Call(next->callback);
+    fired = true;
   }
-  mNow = until;
+  return fired;
 }
 
 }  // namespace quorvel::headless

@@ -5,50 +5,63 @@
 #include <functional>
 #include <list>
 #include <memory>
+#include <optional>
+#include <utility>
 
-#include "native/native.h"
+#include "native/event_loop.h"
 
 namespace quorvel::headless {
 
-/// An event loop over real descriptors and a clock that moves only when it is told to.
+/// The event loop of a program without windows: waits on descriptors and timers in one `poll`.
+///
+/// All calls and all callbacks are of one thread. A subscription ends before its loop does.
 class EventLoop : public native::EventLoop {
  public:
-  /// Runs the posted steps, and what arrives on descriptors; ends when it is stopped, or when no
-  /// step is left and nothing arrives.
+  using Time = std::chrono::steady_clock::time_point;
+  using Clock = std::function<Time()>;
+
+  explicit EventLoop(Clock clock = std::chrono::steady_clock::now) : mClock(std::move(clock)) {}
+
   void Run() override;
   void Stop() override { mStopped = true; }
-  /// Waits on descriptors alone.
   void Turn(int32_t most_ms) override;
   std::unique_ptr<native::Subscription> Watch(int descriptor, native::Callback readable) override;
+  /// `period` is at least 1 ms. A timer that is late by whole periods fires once for all of them.
   std::unique_ptr<native::Subscription> Repeat(std::chrono::milliseconds period,
                                                native::Callback fired) override;
-
-  /// A step for `Run` or `Turn` to take, in order.
+  /// Adds a step that `Run` or `Turn` takes later; steps are taken in order, one in each turn.
   void Post(native::Callback step) { mSteps.push_back(std::move(step)); }
-  /// Moves the clock, and fires the timers that become due, in the order of their times.
-  void Advance(std::chrono::milliseconds time);
-  /// Delivers posted steps and what arrives on descriptors until there is nothing more.
-  void Settle();
-  [[nodiscard]] bool Stopped() const { return mStopped; }
+
+ protected:
+  /// Waits up to `most_ms`, without limit when negative, and delivers one round of events. False
+  /// when no event came.
+  bool Deliver(int32_t most_ms);
+  /// Fires each due timer once, in the order of the due times; false when no timer is due.
+  bool FireDue();
+  /// When the next timer is due; nothing without timers.
+  [[nodiscard]] std::optional<Time> NextDue() const;
+  /// Whether `Stop` was called since the last `TakeStop`.
+  [[nodiscard]] bool TakeStop() { return std::exchange(mStopped, false); }
 
  private:
   struct Source {
     int descriptor = -1;
     std::chrono::milliseconds period{};
-    std::chrono::milliseconds due{};
+    Time due{};
     native::Callback callback;
   };
   using Sources = std::list<std::shared_ptr<Source>>;
   class Holder;
 
-  std::unique_ptr<native::Subscription> Add(Sources& sources, Source source);
+  static std::unique_ptr<native::Subscription> Add(Sources& sources, Source source);
   bool TakeStep();
   bool DeliverReadable(int32_t most_ms);
+  [[nodiscard]] int32_t TimeToWait(int32_t most_ms) const;
 
+  Clock mClock;
   Sources mWatches;
   Sources mTimers;
   std::deque<native::Callback> mSteps;
-  std::chrono::milliseconds mNow{};
   bool mStopped = false;
 };
 

@@ -11,13 +11,13 @@
 #include <string_view>
 #include <vector>
 
-#include "native/headless/event_loop.h"
-#include "native/headless/failing_calls.h"
-#include "native/headless/printing.h"
-#include "native/headless/windows.h"
 #include "native/native.h"
+#include "support/failing_calls.h"
+#include "support/printing.h"
+#include "support/scripted_loop.h"
+#include "support/windows.h"
 
-namespace quorvel::headless {
+namespace quorvel::test {
 
 /// Answers dialogs from a script and records what was asked.
 class Dialogs : public native::Dialogs {
@@ -66,17 +66,17 @@ class Desktop : public native::Desktop {
 /// A native side with no screen: real files and sockets, scripted answers, recorded calls.
 class Side : public native::Side {
  public:
-  EventLoop& Loop() override { return loop; }
-  headless::Windows& Windows() override { return windows; }
-  headless::Dialogs& Dialogs() override { return dialogs; }
-  headless::Desktop& Desktop() override { return desktop; }
+  ScriptedLoop& Loop() override { return loop; }
+  test::Windows& Windows() override { return windows; }
+  test::Dialogs& Dialogs() override { return dialogs; }
+  test::Desktop& Desktop() override { return desktop; }
   FileCalls& Files() override { return mFiles; }
   SocketCalls& Sockets() override { return mSockets; }
 
-  EventLoop loop;
-  headless::Windows windows;
-  headless::Dialogs dialogs;
-  headless::Desktop desktop;
+  ScriptedLoop loop;
+  test::Windows windows;
+  test::Dialogs dialogs;
+  test::Desktop desktop;
   Faults faults;
 
  private:
@@ -84,4 +84,4 @@ class Side : public native::Side {
   FailingSocketCalls mSockets{faults};
 };
 
-}  // namespace quorvel::headless
+}  // namespace quorvel::test

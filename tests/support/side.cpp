@@ -1,8 +1,8 @@
-#include "native/headless/side.h"
+#include "support/side.h"
 
 #include <utility>
 
-namespace quorvel::headless {
+namespace quorvel::test {
 
 void Dialogs::Message(std::string_view text) {
   messages.emplace_back(text);
@@ -32,4 +32,4 @@ std::optional<int32_t> Desktop::Gestalt(std::string_view selector) {
   return found == gestalt.end() ? std::nullopt : std::optional(found->second);
 }
 
-}  // namespace quorvel::headless
+}  // namespace quorvel::test

@@ -7,7 +7,7 @@
 
 #include "native/native.h"
 
-namespace quorvel::headless {
+namespace quorvel::test {
 
 /// A sheet of paper: the lines of its text block, and what was drawn beside it.
 struct Sheet {
@@ -33,4 +33,4 @@ struct PrintAnswer {
 /// A job on a printer with one font, of which each character is 6 wide and each line 12 high.
 [[nodiscard]] std::unique_ptr<native::PrintJob> StartPrint(const PrintAnswer& answer, Print& print);
 
-}  // namespace quorvel::headless
+}  // namespace quorvel::test

@@ -1,8 +1,8 @@
-#include "native/headless/failing_calls.h"
+#include "support/failing_calls.h"
 
 #include <cerrno>
 
-namespace quorvel::headless {
+namespace quorvel::test {
 
 namespace {
 FileCalls& Files() { return PosixFileCalls(); }
@@ -80,4 +80,4 @@ std::vector<InterfaceIndex> FailingSocketCalls::UsableInterfaces() {
   return Sockets().UsableInterfaces();
 }
 
-}  // namespace quorvel::headless
+}  // namespace quorvel::test

@@ -5,7 +5,7 @@
 
 #include "native/system_calls.h"
 
-namespace quorvel::headless {
+namespace quorvel::test {
 
 /// Which of the coming system calls are to fail. Calls go by their function's name.
 class Faults {
@@ -64,4 +64,4 @@ class FailingSocketCalls : public SocketCalls {
   Faults& mFaults;
 };
 
-}  // namespace quorvel::headless
+}  // namespace quorvel::test

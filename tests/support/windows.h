@@ -7,7 +7,7 @@
 
 #include "native/native.h"
 
-namespace quorvel::headless {
+namespace quorvel::test {
 
 /// What a control was told to show, and how often.
 struct ShownControl {
@@ -54,4 +54,4 @@ class Windows : public native::Windows {
   native::MenuListener* mMenuListener = nullptr;
 };
 
-}  // namespace quorvel::headless
+}  // namespace quorvel::test

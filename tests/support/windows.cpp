@@ -1,9 +1,9 @@
-#include "native/headless/windows.h"
+#include "support/windows.h"
 
 #include <algorithm>
 #include <utility>
 
-namespace quorvel::headless {
+namespace quorvel::test {
 
 namespace {
 
@@ -132,4 +132,4 @@ void Windows::BringToFront(std::string_view title) {
 void Windows::OpenMenus() const { mMenuListener->OnMenuNeeded(); }
 void Windows::Choose(std::string_view name) const { mMenuListener->OnMenuChosen(name); }
 
-}  // namespace quorvel::headless
+}  // namespace quorvel::test

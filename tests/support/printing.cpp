@@ -1,9 +1,9 @@
-#include "native/headless/printing.h"
+#include "support/printing.h"
 
 #include <algorithm>
 #include <sstream>
 
-namespace quorvel::headless {
+namespace quorvel::test {
 
 namespace {
 
@@ -79,4 +79,4 @@ std::unique_ptr<native::PrintJob> StartPrint(const PrintAnswer& answer, Print& p
   return std::make_unique<Job>(answer, print);
 }
 
-}  // namespace quorvel::headless
+}  // namespace quorvel::test
