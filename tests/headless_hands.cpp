@@ -31,11 +31,11 @@ class HeadlessHands : public Hands {
     return mSide.windows.FindControl(field)->text;
   }
   Place PlaceOf(const std::string& control) override {
-    const auto& state = mSide.windows.FindControl(control)->state;
+    const auto& state = mSide.windows.FindControl(control)->State();
     return {state.Left, state.Top, state.Width, state.Height};
   }
   bool HasFingerCursor(const std::string& control) override {
-    return mSide.windows.FindControl(control)->state.FingerPointer;
+    return mSide.windows.FindControl(control)->State().FingerPointer;
   }
   std::vector<std::string> EnabledItems() override {
     mSide.windows.OpenMenus();
@@ -67,8 +67,8 @@ class HeadlessHands : public Hands {
   }
   void FollowLink(const std::string& link) override {
     const auto& window = *mSide.windows.open.front();
-    const auto& state = mSide.windows.FindControl(link)->state;
-    if (!state.Link) return;
+    const auto& state = mSide.windows.FindControl(link)->State();
+    if (!std::get<native::LabelState>(mSide.windows.FindControl(link)->kind).Link) return;
     const native::Point middle{state.Left + state.Width / 2, state.Top + state.Height / 2};
     window.listener->OnMousePressed(middle);
     window.listener->OnMouseReleased(middle);

@@ -44,7 +44,7 @@ constexpr Property kTopicField[] = {
     {"TextSize", 12},
 };
 
-// What all links have in common.
+// The rows that all links share.
 constexpr Property kLink[] = {
     {"Height", 20},         {"Underline", true}, {"Multiline", false}, {"Enabled", true},
     {"TextFont", "Geneva"}, {"TextSize", 12},    {"Bold", false},      {"Italic", false},
@@ -53,13 +53,6 @@ constexpr Property kLink[] = {
 constexpr Property kWebLink[] = {
     {"Name", "StaticText1"}, {"TabIndex", 1},          {"Left", 201}, {"Top", 473}, {"Width", 493},
     {"TextAlign", 1},        {"TextColor", "#ff0000"}, {"Text", "-"},
-};
-
-constexpr Property kCaption[] = {
-    {"Left", 20},
-    {"Width", 175},
-    {"TextAlign", 0},
-    {"TextColor", "#0000ff"},
 };
 
 struct Topic {
@@ -92,21 +85,24 @@ void wHelp::Layout() { LayOut(kWindow); }
 
 void wHelp::CreateControls() {
   CreateControl<editFieldExtras>("EditField1", kTopicField);
-  CreateLink("StaticText1", kWebLink, {}, [] { ShowURL(kProductPage); });
+  CreateLink("StaticText1", kWebLink, [] { ShowURL(kProductPage); });
   for (const Topic& topic : kTopics) {
     const Property table[] = {{"Name", topic.name},
                               {"TabIndex", topic.tab_index},
+                              {"Left", 20},
                               {"Top", topic.top},
+                              {"Width", 175},
+                              {"TextAlign", 0},
+                              {"TextColor", "#0000ff"},
                               {"Text", topic.caption}};
-    CreateLink(topic.name, table, kCaption, [this, &topic] { ShowTopic(topic.text()); });
+    CreateLink(topic.name, table, [this, &topic] { ShowTopic(topic.text()); });
   }
 }
 
-void wHelp::CreateLink(const Text& name, PropertySet table, PropertySet shared,
-                       const std::function<void()>& chosen) {
-  const auto link = CreateControl<StaticText>(name, table);
-  _SetProperties(link, kLink);
-  _SetProperties(link, shared);
+void wHelp::CreateLink(const Text& name, PropertySet table, const std::function<void()>& chosen) {
+  std::vector<Property> properties(std::begin(kLink), std::end(kLink));
+  properties.insert(properties.end(), table.begin(), table.end());
+  const auto link = CreateControl<StaticText>(name, properties);
   const auto cursor = [weak = link.Shared()->weak_from_this()](const Ref<MouseCursor>& shape) {
     return [weak, shape](int32_t, int32_t) {
       if (const auto object = weak.lock()) Cast<RectControl>(Ref(object))->MouseCursor(shape);

@@ -28,8 +28,8 @@ class wHelp : public TextWindow {
 
  private:
   [[nodiscard]] Ref<editFieldExtras> EditField1() const;
-  void CreateLink(const Text& name, PropertySet table, PropertySet shared,
-                  const std::function<void()>& chosen);
+  /// Makes a link set up from `table`; `chosen` runs for each click on the link.
+  void CreateLink(const Text& name, PropertySet table, const std::function<void()>& chosen);
   void ShowTopic(const Text& text);
 };
 

@@ -64,6 +64,7 @@ constexpr Property kLog[] = {
     {"ScrollbarVertical", true},
     {"Styled", true},
     {"ReadOnly", true},
+    {"FollowsEnd", true},
     {"ScrollbarHorizontal", false},
     {"Password", false},
     {"AcceptTabs", false},

@@ -36,7 +36,7 @@ class PrintJob {
   [[nodiscard]] virtual bool Cancelled() const = 0;
   /// The text in the font of `look`.
   [[nodiscard]] virtual std::unique_ptr<PrintLayout> LayOut(std::string_view text,
-                                                            const ControlState& look,
+                                                            const TextState& look,
                                                             int32_t width) = 0;
 };
 

@@ -63,7 +63,7 @@ class Job : public native::PrintJob {
   [[nodiscard]] bool Cancelled() const override {
     return static_cast<int32_t>(mPrint.sheets.size()) >= mAnswer.cancel_after;
   }
-  std::unique_ptr<native::PrintLayout> LayOut(std::string_view text, const native::ControlState&,
+  std::unique_ptr<native::PrintLayout> LayOut(std::string_view text, const native::TextState&,
                                               int32_t width) override {
     return std::make_unique<Layout>(mPrint, Wrapped(text, width));
   }

@@ -8,7 +8,7 @@ namespace quorvel::test {
 namespace {
 
 /// A text field, label, button or canvas: all of them keep what they are told.
-template <class Kind>
+template <class Kind, class State>
 class ControlBase : public Kind {
  public:
   explicit ControlBase(std::shared_ptr<ShownControl> shown) : mShown(std::move(shown)) {}
@@ -16,16 +16,18 @@ class ControlBase : public Kind {
     mShown->field_listener = nullptr;
     mShown->pressed = nullptr;
   }
-  void Update(const native::ControlState& state) override { mShown->state = state; }
+  void Update(const State& state) override { mShown->kind = state; }
   void Refresh() override { ++mShown->refreshes; }
 
  protected:
   std::shared_ptr<ShownControl> mShown;
 };
 
-using PlainControl = ControlBase<native::Control>;
+using Label = ControlBase<native::Label, native::LabelState>;
+using Button = ControlBase<native::Button, native::ButtonState>;
+using Canvas = ControlBase<native::Canvas, native::CanvasState>;
 
-class TextField : public ControlBase<native::TextField> {
+class TextField : public ControlBase<native::TextField, native::TextFieldState> {
  public:
   using ControlBase::ControlBase;
   void SetText(std::string_view text) override {
@@ -57,26 +59,31 @@ class Window : public native::Window {
   }
   void Refresh() override { ++mShown->refreshes; }
 
-  std::unique_ptr<native::TextField> AddTextField(native::TextFieldListener& listener) override {
-    auto field = std::make_unique<TextField>(AddShown());
+  std::unique_ptr<native::TextField> AddTextField(const native::TextFieldState& state,
+                                                  native::TextFieldListener& listener) override {
+    auto field = std::make_unique<TextField>(AddShown(state));
     mShown->controls.back()->field_listener = &listener;
     return field;
   }
-  std::unique_ptr<native::Control> AddLabel() override {
-    return std::make_unique<PlainControl>(AddShown());
+  std::unique_ptr<native::Label> AddLabel(const native::LabelState& state) override {
+    return std::make_unique<Label>(AddShown(state));
   }
-  std::unique_ptr<native::Control> AddButton(native::Callback pressed) override {
-    auto button = std::make_unique<PlainControl>(AddShown());
+  std::unique_ptr<native::Button> AddButton(const native::ButtonState& state,
+                                            native::Callback pressed) override {
+    auto button = std::make_unique<Button>(AddShown(state));
     mShown->controls.back()->pressed = std::move(pressed);
     return button;
   }
-  std::unique_ptr<native::Control> AddCanvas() override {
-    return std::make_unique<PlainControl>(AddShown());
+  std::unique_ptr<native::Canvas> AddCanvas(const native::CanvasState& state) override {
+    return std::make_unique<Canvas>(AddShown(state));
   }
 
  private:
-  std::shared_ptr<ShownControl> AddShown() {
-    return mShown->controls.emplace_back(std::make_shared<ShownControl>());
+  template <class State>
+  std::shared_ptr<ShownControl> AddShown(const State& state) {
+    auto shown = std::make_shared<ShownControl>();
+    shown->kind = state;
+    return mShown->controls.emplace_back(std::move(shown));
   }
 
   Windows& mWindows;
@@ -113,7 +120,7 @@ std::shared_ptr<ShownWindow> Windows::Find(std::string_view title) const {
 std::shared_ptr<ShownControl> Windows::FindControl(std::string_view name) const {
   for (const auto& window : open) {
     for (const auto& control : window->controls) {
-      if (control->state.Name == name) return control;
+      if (control->State().Name == name) return control;
     }
   }
   return nullptr;
@@ -131,5 +138,6 @@ void Windows::BringToFront(std::string_view title) {
 
 void Windows::OpenMenus() const { mMenuListener->OnMenuNeeded(); }
 void Windows::Choose(std::string_view name) const { mMenuListener->OnMenuChosen(name); }
+void Windows::Press(std::string_view shortcut) const { mMenuListener->OnShortcut(shortcut); }
 
 }  // namespace quorvel::test

@@ -3,15 +3,20 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <variant>
 #include <vector>
 
-#include "native/native.h"
+#include "native/window.h"
 
 namespace quorvel::test {
 
 /// What a control was told to show, and how often.
 struct ShownControl {
-  native::ControlState state;
+  std::variant<native::LabelState, native::ButtonState, native::TextFieldState, native::CanvasState>
+      kind;
+  [[nodiscard]] const native::ControlState& State() const {
+    return std::visit([](const auto& state) -> const native::ControlState& { return state; }, kind);
+  }
   std::string text;  ///< of a text field
   int whole_texts = 0;
   int added_texts = 0;
@@ -46,6 +51,7 @@ class Windows : public native::Windows {
   void BringToFront(std::string_view title);
   void OpenMenus() const;
   void Choose(std::string_view name) const;
+  void Press(std::string_view shortcut) const;
 
   std::vector<std::shared_ptr<ShownWindow>> open;
   std::vector<native::MenuEntry> menus;

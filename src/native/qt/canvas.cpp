@@ -5,7 +5,7 @@
 #include <QPainter>
 #include <QPixmap>
 
-#include "native/qt/control_widget.h"
+#include "native/qt/show_control.h"
 
 namespace quorvel::qt {
 
@@ -35,15 +35,18 @@ class Picture final : public QWidget {
   QIcon icon;
 };
 
-Canvas::Canvas(Content& content) : widget(new Picture(&content)) { content.Add(*widget, true); }
+Canvas::Canvas(Content& content, const native::CanvasState& state) : widget(new Picture(&content)) {
+  content.Add(*widget, Content::Mouse::Reported);
+  Update(state);
+}
 
 Canvas::~Canvas() = default;
 
-void Canvas::Update(const native::ControlState& state) {
+void Canvas::Update(const native::CanvasState& state) {
   if (!widget) return;
   widget->Show(state.Backdrop);
   widget->setFocusPolicy(state.AcceptFocus ? Qt::StrongFocus : Qt::NoFocus);
-  ShowControl(*widget, state);
+  ShowControl(*widget, state, QString());
 }
 
 void Canvas::Refresh() {

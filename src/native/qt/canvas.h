@@ -1,6 +1,6 @@
 #pragma once
 
-#include "native/native.h"
+#include "native/control.h"
 #include "native/qt/content.h"
 #include "native/qt/owned.h"
 
@@ -8,11 +8,11 @@ namespace quorvel::qt {
 
 class Picture;
 
-class Canvas final : public native::Control {
+class Canvas final : public native::Canvas {
  public:
-  explicit Canvas(Content& content);
+  Canvas(Content& content, const native::CanvasState& state);
   ~Canvas() override;
-  void Update(const native::ControlState& state) override;
+  void Update(const native::CanvasState& state) override;
   void Refresh() override;
 
  private:

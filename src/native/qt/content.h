@@ -3,14 +3,11 @@
 #include <QEvent>
 #include <QWidget>
 
-#include "native/native.h"
+#include "native/window.h"
 
 namespace quorvel::qt {
 
-/// Sent to a content before it is painted at once: what waits to be shown is shown now.
-constexpr QEvent::Type kShowWaiting = QEvent::User;
-
-/// What a window shows below its menu bar: the parent of the controls. Reports the mouse, and
+/// The part of a window below the menu bar: the parent of the controls. Reports the mouse, and
 /// keeps the keyboard's order.
 class Content final : public QWidget {
  public:
@@ -19,13 +16,16 @@ class Content final : public QWidget {
   /// Reports nothing from now on.
   void Forget() { listener = nullptr; }
   void ShowBackground(const native::WindowState& state);
-  /// Takes in a control's widget. With `transparent`, the mouse over it is the content's business.
-  void Add(QWidget& control, bool transparent);
-  /// Puts the controls in their keyboard order when the current handler is done; the first time,
-  /// one of them also gets the focus.
-  void OrderSoon();
-  /// Reports what a mouse that is clicked at `place` would.
-  void Click(QPoint place);
+  /// Takes in a control's widget. `Mouse::Reported`: the content reports the mouse over the
+  /// control.
+  enum class Mouse : uint8_t { Reported, KeptByControl };
+  void Add(QWidget& control, Mouse mouse);
+  /// Gives the control its rank in the keyboard's order. After the current handler, the order is
+  /// made anew; the first time, a control also gets the focus: a field to type in, a single line
+  /// before many lines, else a control of another kind, links last.
+  void OrderSoon(QWidget& control, int tab_index);
+  /// Reports a press and a release of the mouse at that point.
+  void Click(QPoint point);
 
  protected:
   void enterEvent(QEnterEvent* event) override;
@@ -36,12 +36,12 @@ class Content final : public QWidget {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  [[nodiscard]] native::Point Place(const QPointF& position) const;
-  void TellMoved(native::Point place);
+  [[nodiscard]] native::Point PointAt(const QPointF& position) const;
+  void TellMoved(native::Point point);
   void Order();
 
   native::WindowListener* listener;
-  bool order_waits = false;
+  bool order_pending = false;
   bool focus_given = false;
 };
 

@@ -2,7 +2,8 @@
 
 #include <utility>
 
-#include "native/qt/control_widget.h"
+#include "native/qt/font.h"
+#include "native/qt/show_control.h"
 #include "native/qt/strings.h"
 
 namespace quorvel::qt {
@@ -14,7 +15,8 @@ Qt::Alignment AlignmentOf(int32_t alignment) {
   return (alignment == 2 ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignTop;
 }
 
-// A label stands on the colour of its own window, so its text keeps its colour on a dark desktop.
+// Windows with labels have a background colour of their own, so a label's text keeps its colour on
+// a dark desktop.
 QPalette TextColors(const std::string& color) {
   QPalette colors;
   colors.setColor(QPalette::WindowText, QColor(FromUtf8(color)));
@@ -23,33 +25,43 @@ QPalette TextColors(const std::string& color) {
 
 }  // namespace
 
-Label::Label(Content& content) : widget(new LinkLabel(content)) { content.Add(*widget, true); }
+Label::Label(Content& content, const native::LabelState& state) : widget(new LinkLabel(content)) {
+  content.Add(*widget, Content::Mouse::Reported);
+  Update(state);
+}
 
-void Label::Update(const native::ControlState& state) {
+void Label::Update(const native::LabelState& state) {
   if (!widget) return;
-  widget->setText(FromUtf8(state.Caption));
+  widget->setText(FromUtf8(state.Text));
   widget->setAlignment(AlignmentOf(state.Alignment));
   widget->setWordWrap(state.Multiline);
   widget->setPalette(TextColors(state.TextColor));
+  widget->setFont(FontOf(state));
   widget->SetLink(state.Link);
-  ShowControl(*widget, state);
+  ShowControl(*widget, state, widget->text());
 }
 
 void Label::Refresh() {
   if (widget) widget->repaint();
 }
 
-Button::Button(Content& content, native::Callback pressed) : widget(new QPushButton(&content)) {
-  content.Add(*widget, false);
+Button::Button(Content& content, const native::ButtonState& state, native::Callback pressed)
+    : widget(new QPushButton(&content)) {
+  // Return presses the button that has the keyboard, and no other button.
+  widget->setAutoDefault(true);
+  content.Add(*widget, Content::Mouse::KeptByControl);
   QObject::connect(&*widget, &QPushButton::clicked, &receiver,
                    [callback = std::move(pressed)] { callback(); });
+  Update(state);
 }
 
-void Button::Update(const native::ControlState& state) {
+void Button::Update(const native::ButtonState& state) {
   if (!widget) return;
-  // A lone "&" would be taken for the mark of a mnemonic.
-  widget->setText(FromUtf8(state.Caption).replace('&', "&&"));
-  ShowControl(*widget, state);
+  const QString caption = FromUtf8(state.Caption);
+  // The toolkit takes a lone "&" for the mark of a mnemonic.
+  widget->setText(QString(caption).replace('&', "&&"));
+  widget->setFont(FontOf(state));
+  ShowControl(*widget, state, caption);
 }
 
 void Button::Refresh() {

@@ -2,31 +2,33 @@
 
 #include <QPushButton>
 
+#include "native/control.h"
+#include "native/event_loop.h"
 #include "native/qt/content.h"
 #include "native/qt/link_label.h"
 #include "native/qt/owned.h"
 
 namespace quorvel::qt {
 
-class Label final : public native::Control {
+class Label final : public native::Label {
  public:
-  explicit Label(Content& content);
-  void Update(const native::ControlState& state) override;
+  Label(Content& content, const native::LabelState& state);
+  void Update(const native::LabelState& state) override;
   void Refresh() override;
 
  private:
   Owned<LinkLabel> widget;
 };
 
-class Button final : public native::Control {
+class Button final : public native::Button {
  public:
-  Button(Content& content, native::Callback pressed);
-  void Update(const native::ControlState& state) override;
+  Button(Content& content, const native::ButtonState& state, native::Callback pressed);
+  void Update(const native::ButtonState& state) override;
   void Refresh() override;
 
  private:
   Owned<QPushButton> widget;
-  QObject receiver;  // no press arrives without it
+  QObject receiver;  // the context of the connection: no press arrives after its destruction
 };
 
 }  // namespace quorvel::qt

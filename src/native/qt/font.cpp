@@ -32,7 +32,7 @@ void SetFamily(QFont& font, const QString& name) {
 }
 
 // All but the size.
-QFont UnsizedFontOf(const native::ControlState& state) {
+QFont UnsizedFontOf(const native::TextState& state) {
   QFont font = QApplication::font();
   SetFamily(font, FamilyName(state.TextFont));
   font.setBold(state.Bold);
@@ -45,14 +45,14 @@ QFont UnsizedFontOf(const native::ControlState& state) {
 
 // The windows are laid out for one pixel a unit: at 16 pixels, what 12 points are on most screens,
 // captions run out of their labels; at 12 pixels, the usual size of a desktop's text, they fit.
-QFont FontOf(const native::ControlState& state) {
+QFont FontOf(const native::TextState& state) {
   QFont font = UnsizedFontOf(state);
   if (state.TextSize > 0) font.setPixelSize(state.TextSize);
   return font;
 }
 
 // A desktop may give the size of its own font in pixels, which are tiny on a printer.
-QFont PaperFontOf(const native::ControlState& state) {
+QFont PaperFontOf(const native::TextState& state) {
   QFont font = UnsizedFontOf(state);
   font.setPointSizeF(state.TextSize > 0 ? state.TextSize
                                         : QFontInfo(QApplication::font()).pointSizeF());

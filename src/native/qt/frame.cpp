@@ -8,13 +8,17 @@
 #include <chrono>
 #include <utility>
 
+#include "native/qt/canvas.h"
+#include "native/qt/controls.h"
 #include "native/qt/strings.h"
+#include "native/qt/text_area.h"
+#include "native/qt/text_line.h"
 
 namespace quorvel::qt {
 
 namespace {
 
-// A drag that pauses for longer counts as done.
+// A drag of the window's edge that pauses for longer counts as done.
 constexpr std::chrono::milliseconds kDragPause(150);
 
 Qt::WindowFlags FlagsOf(const native::WindowState& state) {
@@ -28,30 +32,30 @@ Qt::WindowFlags FlagsOf(const native::WindowState& state) {
 
 }  // namespace
 
-Frame::Frame(native::WindowListener& the_listener, native::Callback came_to_front)
+Frame::Frame(native::WindowListener& the_listener, native::Callback on_activated)
     : listener(&the_listener),
-      front(std::move(came_to_front)),
+      activated(std::move(on_activated)),
       content(new Content(this, the_listener)) {
   if (!kGlobalMenuBar) bar = new MenuBar(this);
-  settled.setSingleShot(true);
-  settled.setInterval(kDragPause);
-  settled.callOnTimeout([this] { TellSize(false); });
+  drag_pause.setSingleShot(true);
+  drag_pause.setInterval(kDragPause);
+  drag_pause.callOnTimeout([this] { ReportSize(false); });
 }
 
 void Frame::Update(const native::WindowState& state) {
-  const bool new_size = state.Width != last.Width || state.Height != last.Height;
+  const bool new_size = state.Width != current.Width || state.Height != current.Height;
   if (new_size) content_size = QSize(state.Width, state.Height);
-  const native::WindowState before = std::exchange(last, state);
+  const native::WindowState before = std::exchange(current, state);
   setWindowTitle(FromUtf8(state.Title));
   content->ShowBackground(state);
   if (bar != nullptr) bar->setVisible(state.MenuBarVisible);
   ShowButtons(state);
   if (state.FullScreen != before.FullScreen) ShowFullScreen(state.FullScreen);
-  Fit();
+  ApplySize();
   SetShown(state.Visible);
 }
 
-// Other buttons make the toolkit hide the window.
+// New window flags make the toolkit hide the window, so equal flags are not set again.
 void Frame::ShowButtons(const native::WindowState& state) {
   if (FlagsOf(state) == flags) return;
   flags = FlagsOf(state);
@@ -64,17 +68,17 @@ void Frame::ShowFullScreen(bool full_screen) {
 
 void Frame::SetShown(bool shown) {
   if (shown == isVisible()) return;
-  if (shown && !placed) Place();
+  if (shown && !was_shown) CentreIfAsked();
   setVisible(shown);
 }
 
-void Frame::Place() {
-  placed = true;
+void Frame::CentreIfAsked() {
+  was_shown = true;
   const QScreen* screen = QGuiApplication::primaryScreen();
-  if (last.Placement != 2 || screen == nullptr) return;
-  QRect place(QPoint(), size());
-  place.moveCenter(screen->availableGeometry().center());
-  move(place.topLeft());
+  if (current.Placement != 2 || screen == nullptr) return;
+  QRect centred(QPoint(), size());
+  centred.moveCenter(screen->availableGeometry().center());
+  move(centred.topLeft());
 }
 
 void Frame::ComeToFront() {
@@ -88,54 +92,51 @@ void Frame::ShowMenus(const std::vector<native::MenuEntry>& menus,
                       native::MenuListener& menu_listener) {
   if (bar == nullptr) return;
   bar->ShowMenus(menus, menu_listener);
-  Fit();
-}
-
-void Frame::PaintNow() {
-  QEvent show_waiting(kShowWaiting);
-  QCoreApplication::sendEvent(content, &show_waiting);
-  repaint();
+  ApplySize();
 }
 
 void Frame::Forget() {
   listener = nullptr;
-  front = nullptr;
+  activated = nullptr;
   content->Forget();
 }
 
 int Frame::BarHeight(int width) const {
-  const bool there = bar != nullptr && last.MenuBarVisible && !bar->actions().isEmpty();
+  const bool there = bar != nullptr && current.MenuBarVisible && !bar->actions().isEmpty();
   return there ? bar->heightForWidth(width) : 0;
 }
 
-QSize Frame::Whole(QSize of_content) const {
+QSize Frame::FrameSize(QSize of_content) const {
   return of_content + QSize(0, BarHeight(of_content.width()));
 }
 
-void Frame::Fit() {
-  const QScopedValueRollback not_by_the_user(fitting, true);
+void Frame::ApplySize() {
+  const QScopedValueRollback not_by_the_user(sizing_itself, true);
   const bool sized_by_desktop = (windowState() & (Qt::WindowMaximized | Qt::WindowFullScreen)) != 0;
-  if (!sized_by_desktop && size() != Whole(content_size)) TakeSize(Whole(content_size));
-  FitLimits();
-  Arrange();
+  if (!sized_by_desktop && size() != FrameSize(content_size))
+    ResizeUnlimited(FrameSize(content_size));
+  ApplyLimits();
+  LayOutChildren();
 }
 
-// In one step: a size on the way, at some limit, would come back as the user's.
-void Frame::TakeSize(QSize whole) {
+// Lifts the old limits first. The toolkit would clamp the new size to the old limits, and
+// resizeEvent would report the clamped size as a resize by the user.
+void Frame::ResizeUnlimited(QSize frame_size) {
   setMinimumSize(0, 0);
   setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
-  resize(whole);
+  resize(frame_size);
 }
 
-// The limits are the user's: a size that the program gives may lie outside.
-void Frame::FitLimits() {
-  const QSize least = last.Resizeable ? QSize(last.MinWidth, last.MinHeight) : content_size;
-  const QSize most = last.Resizeable ? QSize(last.MaxWidth, last.MaxHeight) : content_size;
-  setMinimumSize(Whole(least.boundedTo(content_size)));
-  setMaximumSize(Whole(most.expandedTo(content_size)));
+// The limits bind the user; a size that the program gives may lie outside the limits.
+void Frame::ApplyLimits() {
+  const QSize least =
+      current.Resizeable ? QSize(current.MinWidth, current.MinHeight) : content_size;
+  const QSize most = current.Resizeable ? QSize(current.MaxWidth, current.MaxHeight) : content_size;
+  setMinimumSize(FrameSize(least.boundedTo(content_size)));
+  setMaximumSize(FrameSize(most.expandedTo(content_size)));
 }
 
-void Frame::Arrange() {
+void Frame::LayOutChildren() {
   const int top = BarHeight(width());
   if (bar != nullptr) bar->setGeometry(0, 0, width(), top);
   content->setGeometry(0, top, width(), height() - top);
@@ -147,18 +148,18 @@ void Frame::closeEvent(QCloseEvent* event) {
 }
 
 void Frame::resizeEvent(QResizeEvent*) {
-  Arrange();
-  if (!fitting) NoteSize();
+  LayOutChildren();
+  if (!sizing_itself) NoteUserSize();
 }
 
-void Frame::NoteSize() {
+void Frame::NoteUserSize() {
   if (content->size() == content_size) return;
   content_size = content->size();
-  settled.start();
-  TellSize(true);
+  drag_pause.start();
+  ReportSize(true);
 }
 
-void Frame::TellSize(bool dragging) {
+void Frame::ReportSize(bool dragging) {
   if (listener == nullptr) return;
   listener->OnResized(content_size.width(), content_size.height(), dragging);
 }
@@ -167,12 +168,12 @@ bool Frame::event(QEvent* event) {
   const bool handled = QWidget::event(event);
   switch (event->type()) {
     case QEvent::WindowActivate:
-      TellFront();
+      ReportActivated();
       break;
     case QEvent::Show:
     case QEvent::FontChange:
     case QEvent::StyleChange:
-      Fit();
+      ApplySize();
       break;
     default:
       break;
@@ -180,10 +181,33 @@ bool Frame::event(QEvent* event) {
   return handled;
 }
 
-void Frame::TellFront() {
+void Frame::ReportActivated() {
   if (listener != nullptr) listener->OnActivated();
-  const native::Callback tell = front;
-  if (tell) tell();
+  const native::Callback call = activated;
+  if (call) call();
+}
+
+Window::~Window() {
+  if (frame) frame->Forget();
+}
+
+std::unique_ptr<native::TextField> Window::AddTextField(const native::TextFieldState& state,
+                                                        native::TextFieldListener& listener) {
+  if (state.Multiline) return std::make_unique<TextArea>(frame->Inside(), state, listener);
+  return std::make_unique<TextLine>(frame->Inside(), state, listener);
+}
+
+std::unique_ptr<native::Label> Window::AddLabel(const native::LabelState& state) {
+  return std::make_unique<Label>(frame->Inside(), state);
+}
+
+std::unique_ptr<native::Button> Window::AddButton(const native::ButtonState& state,
+                                                  native::Callback pressed) {
+  return std::make_unique<Button>(frame->Inside(), state, std::move(pressed));
+}
+
+std::unique_ptr<native::Canvas> Window::AddCanvas(const native::CanvasState& state) {
+  return std::make_unique<Canvas>(frame->Inside(), state);
 }
 
 }  // namespace quorvel::qt

@@ -3,24 +3,24 @@
 #include <QTimer>
 #include <QWidget>
 
-#include "native/native.h"
 #include "native/qt/content.h"
 #include "native/qt/menu_bar.h"
+#include "native/qt/owned.h"
+#include "native/window.h"
 
 namespace quorvel::qt {
 
-/// A window of the desktop: a menu bar, unless the desktop has one for all windows, and below it a
-/// content of just the size that was asked for.
+/// The widget of a window: a menu bar, unless the desktop has one menu bar for all windows, and
+/// below the menu bar a content of exactly the asked size.
 class Frame final : public QWidget {
  public:
-  /// `came_to_front` is called when the user comes to the window, after the listener.
-  Frame(native::WindowListener& the_listener, native::Callback came_to_front);
+  /// `on_activated` is called when the window has come to the front, after the listener.
+  Frame(native::WindowListener& the_listener, native::Callback on_activated);
 
   void Update(const native::WindowState& state);
   void ShowMenus(const std::vector<native::MenuEntry>& menus, native::MenuListener& menu_listener);
   void ComeToFront();
-  void PaintNow();
-  /// Hides the window, which calls its listener no more.
+  /// Calls neither the listener nor `on_activated` from now on.
   void Forget();
   [[nodiscard]] Content& Inside() { return *content; }
 
@@ -34,26 +34,46 @@ class Frame final : public QWidget {
   void ShowFullScreen(bool full_screen);
   void SetShown(bool shown);
   [[nodiscard]] int BarHeight(int width) const;
-  [[nodiscard]] QSize Whole(QSize of_content) const;
-  void Fit();
-  void TakeSize(QSize whole);
-  void FitLimits();
-  void Arrange();
-  void Place();
-  void NoteSize();
-  void TellSize(bool dragging);
-  void TellFront();
+  [[nodiscard]] QSize FrameSize(QSize of_content) const;
+  void ApplySize();
+  void ResizeUnlimited(QSize frame_size);
+  void ApplyLimits();
+  void LayOutChildren();
+  void CentreIfAsked();
+  void NoteUserSize();
+  void ReportSize(bool dragging);
+  void ReportActivated();
 
   native::WindowListener* listener;
-  native::Callback front;
+  native::Callback activated;
   MenuBar* bar = nullptr;
   Content* content;
-  QTimer settled;
-  native::WindowState last;
-  QSize content_size{last.Width, last.Height};  // as it is, or is to be
+  QTimer drag_pause;  // restarted by each size of a drag; the drag ends with its timeout
+  native::WindowState current;
+  QSize content_size{current.Width, current.Height};  // the present size, or the size to come
   Qt::WindowFlags flags;
-  bool fitting = false;
-  bool placed = false;
+  bool sizing_itself = false;  // the program's own sizes are not reported
+  bool was_shown = false;
+};
+
+/// The contract's handle on a frame; the frame is deleted with its last handler done.
+class Window final : public native::Window {
+ public:
+  explicit Window(Frame* the_frame) : frame(the_frame) {}
+  ~Window() override;
+  void Update(const native::WindowState& state) override { frame->Update(state); }
+  void Show() override { frame->ComeToFront(); }
+  void Refresh() override { frame->repaint(); }
+  [[nodiscard]] std::unique_ptr<native::TextField> AddTextField(
+      const native::TextFieldState& state, native::TextFieldListener& listener) override;
+  [[nodiscard]] std::unique_ptr<native::Label> AddLabel(const native::LabelState& state) override;
+  [[nodiscard]] std::unique_ptr<native::Button> AddButton(const native::ButtonState& state,
+                                                          native::Callback pressed) override;
+  [[nodiscard]] std::unique_ptr<native::Canvas> AddCanvas(
+      const native::CanvasState& state) override;
+
+ private:
+  Owned<Frame> frame;
 };
 
 }  // namespace quorvel::qt

@@ -9,7 +9,7 @@ namespace quorvel::qt {
 
 namespace {
 
-/// What screen readers are told of a label.
+/// A label as screen readers see the label.
 class AccessibleLabel final : public QAccessibleWidget {
  public:
   explicit AccessibleLabel(LinkLabel& the_label) : QAccessibleWidget(&the_label) {}
@@ -41,6 +41,9 @@ QAccessibleInterface* MakeAccessible(const QString&, QObject* object) {
 LinkLabel::LinkLabel(Content& the_content) : QLabel(&the_content), content(the_content) {
   QAccessible::installFactory(MakeAccessible);
   setTextFormat(Qt::PlainText);
+  // A label whose text can be selected or clicked keeps the mouse to itself; this label leaves the
+  // mouse to the content, which reports presses and releases.
+  setTextInteractionFlags(Qt::NoTextInteraction);
 }
 
 void LinkLabel::SetLink(bool link) { setFocusPolicy(link ? Qt::TabFocus : Qt::NoFocus); }

@@ -6,13 +6,13 @@
 
 namespace quorvel::qt {
 
-/// A label that can be a link: then the keyboard reaches it, and presses it like the mouse.
+/// A label that can be a link: the keyboard reaches a link and clicks the link as the mouse does.
 class LinkLabel final : public QLabel {
  public:
   explicit LinkLabel(Content& the_content);
   void SetLink(bool link);
   [[nodiscard]] bool IsLink() const { return focusPolicy() != Qt::NoFocus; }
-  /// A click in its middle.
+  /// Reports a click in the middle of the label.
   void Press();
 
  protected:

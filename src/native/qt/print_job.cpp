@@ -54,7 +54,7 @@ qreal PrintJob::Dots(int32_t units) const {
 void PrintJob::DrawString(std::string_view text, int32_t x, int32_t y, std::string_view font,
                           int32_t size) {
   if (called_off) return;
-  native::ControlState look;
+  native::TextState look;
   look.TextFont = font;
   look.TextSize = size;
   painter.setFont(PaperFontOf(look));
@@ -77,7 +77,7 @@ void PrintJob::CallOff() {
 }
 
 std::unique_ptr<native::PrintLayout> PrintJob::LayOut(std::string_view text,
-                                                      const native::ControlState& look,
+                                                      const native::TextState& look,
                                                       int32_t width) {
   return std::make_unique<PrintLayout>(*this, text, PaperFontOf(look), Dots(width));
 }

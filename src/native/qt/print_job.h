@@ -30,7 +30,7 @@ class PrintJob final : public native::PrintJob {
   void NextPage() override;
   [[nodiscard]] bool Cancelled() const override { return called_off; }
   [[nodiscard]] std::unique_ptr<native::PrintLayout> LayOut(std::string_view text,
-                                                            const native::ControlState& look,
+                                                            const native::TextState& look,
                                                             int32_t width) override;
 
   [[nodiscard]] QPainter& Painter() { return painter; }

@@ -1,78 +1,114 @@
-#include <QLineEdit>
-#include <limits>
-#include <utility>
+#include "native/qt/text_line.h"
 
-#include "native/qt/control_widget.h"
-#include "native/qt/input_limit.h"
-#include "native/qt/owned.h"
-#include "native/qt/text_box.h"
+#include <algorithm>
+#include <limits>
+
+#include "native/qt/font.h"
+#include "native/qt/show_control.h"
+#include "native/qt/strings.h"
+#include "native/qt/text_colors.h"
 
 namespace quorvel::qt {
 
 namespace {
 
-/// A text field of a single line.
-class TextLine final : public TextBox {
- public:
-  TextLine(Content& content, Edited the_edited)
-      : edited(std::move(the_edited)), widget(new QLineEdit(&content)) {
-    widget->setMaxLength(std::numeric_limits<int>::max());
-    content.Add(*widget, false);
-    QObject::connect(&*widget, &QLineEdit::textEdited, &receiver, [this] { OnEdited(); });
-  }
+bool IsLineEnd(QChar character) {
+  const char16_t code = character.unicode();
+  return (code >= u'\n' && code <= u'\r') || code == 0x85 || code == 0x2028 || code == 0x2029;
+}
 
-  void Update(const native::ControlState& state) override {
-    if (!widget) return;
-    widget->setReadOnly(state.ReadOnly);
-    widget->setFrame(state.Border);
-    widget->setEchoMode(state.Password ? QLineEdit::Password : QLineEdit::Normal);
-    widget->setPalette(TextBoxColors(state));
-    ShowControl(*widget, state);
-    limit.Set(state.LimitText);
-    limit.Put(widget->text());
-  }
+bool IsPair(const QString& text, qsizetype low) {
+  return low > 0 && text[low].isLowSurrogate() && text[low - 1].isHighSurrogate();
+}
 
-  [[nodiscard]] QString Text() const override { return widget ? widget->text() : QString(); }
-
-  void SetText(const QString& text) override {
-    if (!widget || widget->text() == text) return;
-    const int cursor = widget->cursorPosition();
-    widget->setText(text);
-    if (widget->hasFocus()) widget->setCursorPosition(cursor);
-    limit.Put(text);
-  }
-
-  void AppendText(const QString& text) override { SetText(Text() + text); }
-
-  void Refresh() override {
-    if (widget) widget->repaint();
-  }
-
- private:
-  void OnEdited() {
-    Trim(limit.Surplus(widget->text(), widget->cursorPosition()));
-    const Edited tell = edited;
-    tell(widget->text());
-  }
-
-  // Setting the text also makes an end to undoing, which would bring the surplus back.
-  void Trim(int surplus) {
-    if (surplus == 0) return;
-    const int start = widget->cursorPosition() - surplus;
-    widget->setText(widget->text().remove(start, surplus));
-    widget->setCursorPosition(start);
-  }
-
-  const Edited edited;
-  Owned<QLineEdit> widget;
-  InputLimit limit;
-  QObject receiver;  // no edit arrives without it
-};
+qsizetype Characters(const QString& text) {
+  qsizetype count = text.size();
+  for (qsizetype i = 1; i < text.size(); ++i) count -= IsPair(text, i) ? 1 : 0;
+  return count;
+}
 
 }  // namespace
 
-std::unique_ptr<TextBox> MakeTextLine(Content& content, Edited edited) {
-  return std::make_unique<TextLine>(content, std::move(edited));
+void EntryRules::NoteText(const QString& text) {
+  held_characters = Characters(text);
+  held_line_ends = std::ranges::count_if(text, IsLineEnd);
+}
+
+bool EntryRules::Apply(QString& text, int& cursor) {
+  const bool had_line_ends = DropLineEnds(text, cursor);
+  const bool had_surplus = DropSurplus(text, cursor);
+  NoteText(text);
+  return had_line_ends || had_surplus;
+}
+
+bool EntryRules::DropLineEnds(QString& text, int& cursor) const {
+  qsizetype entered = std::ranges::count_if(text, IsLineEnd) - held_line_ends;
+  const bool any = entered > 0;
+  for (int i = cursor - 1; i >= 0 && entered > 0; --i) {
+    if (!IsLineEnd(text[i])) continue;
+    text.remove(i, 1);
+    --cursor;
+    --entered;
+  }
+  return any;
+}
+
+bool EntryRules::DropSurplus(QString& text, int& cursor) const {
+  if (limit == 0) return false;
+  const qsizetype excess = Characters(text) - std::max(limit, held_characters);
+  int start = cursor;
+  for (qsizetype i = excess; i > 0 && start > 0; --i) start -= IsPair(text, start - 1) ? 2 : 1;
+  text.remove(start, cursor - start);
+  cursor = start;
+  return excess > 0;
+}
+
+TextLine::TextLine(Content& content, const native::TextFieldState& state,
+                   native::TextFieldListener& the_listener)
+    : listener(the_listener), widget(new QLineEdit(&content)) {
+  widget->setMaxLength(std::numeric_limits<int>::max());
+  content.Add(*widget, Content::Mouse::KeptByControl);
+  QObject::connect(&*widget, &QLineEdit::textEdited, &receiver, [this] { OnEdited(); });
+  Update(state);
+}
+
+void TextLine::Update(const native::TextFieldState& state) {
+  if (!widget) return;
+  widget->setReadOnly(state.ReadOnly);
+  widget->setFrame(state.Border);
+  widget->setEchoMode(state.Password ? QLineEdit::Password : QLineEdit::Normal);
+  widget->setPalette(TextFieldColors(state));
+  widget->setFont(FontOf(state));
+  widget->setAttribute(Qt::WA_MacShowFocusRect, state.UseFocusRing);
+  rules.SetLimit(state.LimitText);
+  ShowControl(*widget, state, QString());
+}
+
+void TextLine::Refresh() {
+  if (widget) widget->repaint();
+}
+
+void TextLine::SetText(std::string_view text) {
+  if (!widget) return;
+  const int cursor = widget->cursorPosition();
+  widget->setText(FromUtf8(text));
+  if (widget->hasFocus()) widget->setCursorPosition(cursor);
+  rules.NoteText(widget->text());
+}
+
+void TextLine::AppendText(std::string_view text) {
+  if (widget) SetText(ToUtf8(widget->text()) + std::string(text));
+}
+
+// Setting the text also clears the undo history, which would bring the dropped characters back.
+void TextLine::OnEdited() {
+  QString text = widget->text();
+  int cursor = widget->cursorPosition();
+  if (rules.Apply(text, cursor)) {
+    widget->setText(text);
+    widget->setCursorPosition(cursor);
+  }
+  listener.OnEdited(ToUtf8(text));
 }
 
 }  // namespace quorvel::qt

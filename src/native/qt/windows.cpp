@@ -1,9 +1,11 @@
 #include "native/qt/windows.h"
 
 #include <QApplication>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QWheelEvent>
 #include <algorithm>
-
-#include "native/qt/window.h"
+#include <cstdlib>
 
 namespace quorvel::qt {
 
@@ -15,6 +17,15 @@ const native::MenuEntry* FindQuit(const std::vector<native::MenuEntry>& entries)
     if (const native::MenuEntry* found = FindQuit(entry.Children)) return found;
   }
   return nullptr;
+}
+
+// A field of many lines has its text and its scroll bars in widgets of their own.
+bool IsPartOfField(const QWidget* widget) {
+  for (; widget != nullptr && !widget->isWindow(); widget = widget->parentWidget()) {
+    if (qobject_cast<const QLineEdit*>(widget) != nullptr) return true;
+    if (qobject_cast<const QPlainTextEdit*>(widget) != nullptr) return true;
+  }
+  return false;
 }
 
 native::WindowState SmallWindowState() {
@@ -31,9 +42,9 @@ native::WindowState SmallWindowState() {
 
 Windows::Windows(EventLoop& the_loop) : loop(the_loop) {
   if (kGlobalMenuBar) global_bar = std::make_unique<MenuBar>(nullptr);
-  reach.setSingleShot(true);
-  reach.callOnTimeout([this] { KeepMenusInReach(); });
-  loop.WhenRun([this] { reach.start(0); });
+  menu_check.setSingleShot(true);
+  menu_check.callOnTimeout([this] { KeepMenusInReach(); });
+  loop.WhenRun([this] { menu_check.start(0); });
   qApp->installEventFilter(this);
 }
 
@@ -63,7 +74,7 @@ void Windows::ShowMenuBar(const std::vector<native::MenuEntry>& new_menus,
     if (frame) ShowMenusIn(*frame);
   }
   if (small_window) ShowMenusIn(*small_window);
-  reach.start(0);
+  menu_check.start(0);
 }
 
 void Windows::ShowMenusIn(Frame& frame) {
@@ -74,13 +85,29 @@ void Windows::NeedMenus() {
   if (menu_listener != nullptr) menu_listener->OnMenuNeeded();
 }
 
-// A key press reaches the native window before any widget, so each is seen once.
+// The toolkit sends ShortcutOverride to the QWindow first and then to widgets. Reacting to the
+// QWindow alone updates the menus once for each key, before shortcuts are matched.
 bool Windows::eventFilter(QObject* watched, QEvent* event) {
   const QEvent::Type type = event->type();
   if (type == QEvent::ShortcutOverride && watched->isWindowType()) NeedMenus();
   const bool comes_or_goes = type == QEvent::Show || type == QEvent::Hide;
-  if (comes_or_goes && dynamic_cast<Frame*>(watched) != nullptr) reach.start(0);
-  return false;
+  if (comes_or_goes && dynamic_cast<Frame*>(watched) != nullptr) menu_check.start(0);
+  return type == QEvent::Wheel && TurnsFontSize(watched, event);
+}
+
+// Control and the wheel over a field would make the toolkit zoom the text on its own.
+bool Windows::TurnsFontSize(QObject* watched, QEvent* event) {
+  const auto* wheel = static_cast<QWheelEvent*>(event);
+  const auto* widget = qobject_cast<QWidget*>(watched);
+  if ((wheel->modifiers() & Qt::ControlModifier) == 0 || !IsPartOfField(widget)) return false;
+  if (menu_listener == nullptr || !widget->window()->isActiveWindow()) return true;
+  wheel_turn += wheel->angleDelta().y();
+  for (; std::abs(wheel_turn) >= QWheelEvent::DefaultDeltasPerStep;
+       wheel_turn -=
+       wheel_turn > 0 ? QWheelEvent::DefaultDeltasPerStep : -QWheelEvent::DefaultDeltasPerStep) {
+    menu_listener->OnShortcut(wheel_turn > 0 ? "Cmd++" : "Cmd+-");
+  }
+  return true;
 }
 
 bool Windows::AnyOpen() const {

@@ -12,8 +12,8 @@
 
 namespace quorvel::qt {
 
-/// Makes the windows and keeps their menu bars alike. While none is open, and the desktop has no
-/// menu bar of its own, a small window with just the menu bar takes their place.
+/// Makes the windows and keeps their menu bars alike. While no window is open, and the desktop has
+/// no menu bar of its own, a small window shows the menu bar.
 class Windows final : public QObject, public native::Windows, private native::WindowListener {
  public:
   /// `the_loop` outlives this object.
@@ -27,7 +27,7 @@ class Windows final : public QObject, public native::Windows, private native::Wi
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  // The small window: to close it is to quit.
+  // The listener of the small window: the user who closes the small window quits.
   void OnCloseRequested() override;
   void OnActivated() override {}
   void OnResized(int32_t, int32_t, bool) override {}
@@ -38,6 +38,7 @@ class Windows final : public QObject, public native::Windows, private native::Wi
   [[nodiscard]] Frame* MakeFrame(native::WindowListener& listener);
   void ShowMenusIn(Frame& frame);
   void NeedMenus();
+  [[nodiscard]] bool TurnsFontSize(QObject* watched, QEvent* event);
   [[nodiscard]] bool AnyOpen() const;
   void KeepMenusInReach();
   void ShowSmallWindow();
@@ -48,7 +49,9 @@ class Windows final : public QObject, public native::Windows, private native::Wi
   std::vector<QPointer<Frame>> frames;
   std::unique_ptr<MenuBar> global_bar;
   std::unique_ptr<Frame> small_window;
-  QTimer reach;  // runs out when the handler that opens and closes windows is done
+  int wheel_turn = 0;  // of the wheel over a field with Control down, not yet a whole shortcut
+  QTimer menu_check;   // zero delay: runs KeepMenusInReach() after the current handler returns, so
+                       // that closing a window and opening another does not flash the small window
 };
 
 }  // namespace quorvel::qt

@@ -13,7 +13,7 @@ void Application::MenuBar(const Ref<quorvel::MenuBar>& menu_bar) {
 }
 
 void Application::_AddMenuHandler(const Text& item_name, MenuHandler handler) {
-  mMenuHandlers.Add(item_name, std::move(handler));
+  mMenuHandlers.Add(*mMenuBar, item_name, std::move(handler));
 }
 
 void Application::_EnableMenuItems(const std::vector<Ref<MenuItem>>& items) {

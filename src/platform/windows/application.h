@@ -12,6 +12,7 @@ class Application : public RuntimeClient {
   /// Shows the bar on the desktop from now on.
   void MenuBar(const Ref<quorvel::MenuBar>& menu_bar);
 
+  /// Raises `RuntimeException` when no item of the menu bar has the name.
   void _AddMenuHandler(const Text& item_name, MenuHandler handler);
   [[nodiscard]] const MenuHandlers& _MenuHandlers() const { return mMenuHandlers; }
   void _EnableMenuItems(const std::vector<Ref<MenuItem>>& items);

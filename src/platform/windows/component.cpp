@@ -2,10 +2,25 @@
 
 #include <utility>
 
+#include "platform/values/exceptions.h"
+
 namespace quorvel {
 
+void Component::_AssignProperties(PropertySet properties) {
+  for (const Property& property : properties) {
+    if (!AssignProperty(property) && !IsWithoutEffect(property.name)) {
+      RaiseUnknownProperty(property.name);
+    }
+  }
+  PropertiesAssigned();
+}
+
 void Component::_Install(std::string_view event, InstanceEventHandler handler) {
+  if (!HasEvent(event)) {
+    throw RuntimeException(Text("There is no such event: ") + Text::FromBytes(event));
+  }
   mHandlers.insert_or_assign(std::string(event), std::move(handler));
+  EventInstalled(event);
 }
 
 bool Component::_Fire(std::string_view event, int32_t x, int32_t y) {

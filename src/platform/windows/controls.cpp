@@ -1,5 +1,6 @@
 #include "platform/windows/controls.h"
 
+#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -10,44 +11,74 @@ namespace quorvel {
 
 namespace {
 
-using State = native::ControlState;
+template <class State, size_t kCount>
+using Bindings = std::array<PropertyBinding<State>, kCount>;
 
-constexpr std::array<PropertyBinding<State>, 34> kBindings = {{
-    {"Name", &State::Name},
-    {"AccessibleName", &State::AccessibleName},
-    {"Left", &State::Left},
-    {"Top", &State::Top},
-    {"Width", &State::Width},
-    {"Height", &State::Height},
-    {"TabIndex", &State::TabIndex},
-    {"Enabled", &State::Enabled},
-    {"Visible", &State::Visible},
-    {"UseFocusRing", &State::UseFocusRing},
-    {"AcceptTabs", &State::AcceptTabs},
-    {"TextFont", &State::TextFont},
-    {"TextSize", &State::TextSize},
-    {"Bold", &State::Bold},
-    {"Italic", &State::Italic},
-    {"Underline", &State::Underline},
-    {"TextColor", &State::TextColor},
-    {"BackColor", &State::BackColor},
-    {"Alignment", &State::Alignment},
-    {"TextAlign", &State::Alignment},
-    {"Caption", &State::Caption},
-    {"Text", &State::Caption},
-    {"Multiline", &State::Multiline},
-    {"ScrollbarVertical", &State::ScrollbarVertical},
-    {"ScrollbarHorizontal", &State::ScrollbarHorizontal},
-    {"Styled", &State::Styled},
-    {"Password", &State::Password},
-    {"ReadOnly", &State::ReadOnly},
-    {"Border", &State::Border},
-    {"LimitText", &State::LimitText},
-    {"Default", &State::Default},
-    {"Cancel", &State::Cancel},
-    {"AcceptFocus", &State::AcceptFocus},
-    {"EraseBackground", &State::EraseBackground},
+constexpr Bindings<native::ControlState, 9> kControl = {{
+    {"Name", &native::ControlState::Name},
+    {"AccessibleName", &native::ControlState::AccessibleName},
+    {"Left", &native::ControlState::Left},
+    {"Top", &native::ControlState::Top},
+    {"Width", &native::ControlState::Width},
+    {"Height", &native::ControlState::Height},
+    {"TabIndex", &native::ControlState::TabIndex},
+    {"Enabled", &native::ControlState::Enabled},
+    {"Visible", &native::ControlState::Visible},
 }};
+
+constexpr Bindings<native::TextState, 5> kText = {{
+    {"TextFont", &native::TextState::TextFont},
+    {"TextSize", &native::TextState::TextSize},
+    {"Bold", &native::TextState::Bold},
+    {"Italic", &native::TextState::Italic},
+    {"Underline", &native::TextState::Underline},
+}};
+
+constexpr Bindings<native::TextFieldState, 15> kField = {{
+    {"TextColor", &native::TextFieldState::TextColor},
+    {"BackColor", &native::TextFieldState::BackColor},
+    {"Multiline", &native::TextFieldState::Multiline},
+    {"ScrollbarVertical", &native::TextFieldState::ScrollbarVertical},
+    {"ScrollbarHorizontal", &native::TextFieldState::ScrollbarHorizontal},
+    {"Password", &native::TextFieldState::Password},
+    {"ReadOnly", &native::TextFieldState::ReadOnly},
+    {"Border", &native::TextFieldState::Border},
+    {"UseFocusRing", &native::TextFieldState::UseFocusRing},
+    {"AcceptTabs", &native::TextFieldState::AcceptTabs},
+    {"FollowsEnd", &native::TextFieldState::FollowsEnd},
+    {"LimitText", &native::TextFieldState::LimitText},
+    {"Alignment", {}},
+    {"TextAlign", {}},
+    {"Styled", {}},
+}};
+
+constexpr Bindings<native::LabelState, 4> kLabel = {{
+    {"TextColor", &native::LabelState::TextColor},
+    {"Alignment", &native::LabelState::Alignment},
+    {"TextAlign", &native::LabelState::Alignment},
+    {"Multiline", &native::LabelState::Multiline},
+}};
+
+constexpr Bindings<native::ButtonState, 6> kButton = {{
+    {"Caption", &native::ButtonState::Caption},
+    {"Default", {}},
+    {"Cancel", {}},
+    {"TextColor", {}},
+    {"Alignment", {}},
+    {"TextAlign", {}},
+}};
+
+constexpr Bindings<native::CanvasState, 4> kCanvas = {{
+    {"AcceptFocus", &native::CanvasState::AcceptFocus},
+    {"AcceptTabs", {}},
+    {"EraseBackground", {}},
+    {"UseFocusRing", {}},
+}};
+
+// The texts of controls are no members of type std::string: the control keeps them byte for byte.
+Text TextOf(const Property& property) {
+  return Text::FromBytes(std::get<std::string_view>(property.value), Encodings::UTF8);
+}
 
 bool EndsInAscii(const Text& text) {
   return text.IsEmpty() || static_cast<signed char>(text.Bytes().back()) >= 0;
@@ -58,54 +89,75 @@ bool EndsInAscii(const Text& text) {
 void Control::Close() {
   ForgetHandlers();
   ReleaseNative();
+  mWindow = nullptr;
 }
 
-void Control::_AssignProperties(PropertySet properties) {
-  for (const auto& property : properties) AssignProperty<State>(mState, kBindings, property);
-  UpdateNative();
+void Control::PropertiesAssigned() {
+  if (NativeControl() != nullptr) {
+    UpdateNative();
+  } else if (mWindow != nullptr) {
+    MakeNative(*mWindow);
+  }
 }
 
-void Control::UpdateNative() {
-  if (auto* const control = NativeControl()) control->Update(mState);
+bool RectControl::AssignProperty(const Property& property) {
+  return AssignBound(State(), kControl, property);
 }
 
-void RectControl::Width(int32_t width) { Change(mState.Width, width); }
-void RectControl::Height(int32_t height) { Change(mState.Height, height); }
+bool RectControl::HasEvent(std::string_view event) const {
+  static constexpr std::array<std::string_view, 4> kEvents = {"MouseEnter", "MouseExit",
+                                                              "MouseDown", "MouseUp"};
+  return std::ranges::find(kEvents, event) != kEvents.end();
+}
 
 void RectControl::MouseCursor(const Ref<quorvel::MouseCursor>& cursor) {
-  Change(mState.FingerPointer, cursor == System()->Cursors()->FingerPointer());
+  Change(State().FingerPointer, cursor == System()->Cursors()->FingerPointer());
 }
 
 void RectControl::Refresh(bool) {
   if (auto* const control = NativeControl()) control->Refresh();
 }
 
-bool RectControl::_Contains(native::Point place) const {
-  const int32_t dx = place.x - mState.Left;
-  const int32_t dy = place.y - mState.Top;
-  return dx >= 0 && dy >= 0 && dx <= mState.Width && dy <= mState.Height;
+bool RectControl::_Contains(native::Point point) const {
+  const int32_t dx = point.x - Left();
+  const int32_t dy = point.y - Top();
+  return dx >= 0 && dy >= 0 && dx <= Width() && dy <= Height();
 }
 
-void RectControl::_TrackMouse(native::Point place) {
-  const bool inside = _Contains(place);
+void RectControl::_TrackMouse(native::Point point) {
+  const bool inside = _Contains(point);
   if (std::exchange(mMouseInside, inside) == inside) return;
   _Fire(inside ? "MouseEnter" : "MouseExit");
 }
 
-Text TextControl::TextFont() const { return quorvel::Text(mState.TextFont.c_str()); }
+bool TextControl::AssignProperty(const Property& property) {
+  return AssignBound(State(), kText, property) || RectControl::AssignProperty(property);
+}
+
+Text TextControl::TextFont() const {
+  return quorvel::Text::FromBytes(State().TextFont, Encodings::UTF8);
+}
+
 void TextControl::TextFont(const quorvel::Text& font) {
-  Change(mState.TextFont, std::string(font.Bytes()));
+  Change(State().TextFont, std::string(font.Bytes()));
+}
+
+bool EditField::AssignProperty(const Property& property) {
+  if (property.name == "Text") {
+    Text(TextOf(property));
+    return true;
+  }
+  return AssignBound(mState, kField, property) || TextControl::AssignProperty(property);
 }
 
 void EditField::Text(const quorvel::Text& text) {
   const quorvel::Text old = std::exchange(mText, text);
   if (!mNative) return;
-  if (!text.Extends(old) || !EndsInAscii(old)) return ShowText();
+  // Bytes that follow half a character would be converted apart from that half.
+  if (!text.Extends(old) || !EndsInAscii(old)) return mNative->SetText(NativeText(text));
   const quorvel::Text added = MidB(text, LenB(old) + 1);
   if (!added.IsEmpty()) mNative->AppendText(NativeText(added));
 }
-
-void EditField::ShowText() const { mNative->SetText(NativeText(mText)); }
 
 Ref<StyledTextPrinter> EditField::styledTextPrinter(const Ref<Graphics>& graphics,
                                                     int32_t width) const {
@@ -113,10 +165,9 @@ Ref<StyledTextPrinter> EditField::styledTextPrinter(const Ref<Graphics>& graphic
                                 graphics->_Job().LayOut(NativeText(mText), mState, width));
 }
 
-void EditField::_Realise(native::Window& window) {
-  mNative = window.AddTextField(*this);
-  mNative->Update(mState);
-  ShowText();
+void EditField::MakeNative(native::Window& window) {
+  mNative = window.AddTextField(mState, *this);
+  if (!mText.IsEmpty()) mNative->SetText(NativeText(mText));
 }
 
 void EditField::OnEdited(std::string_view text) {
@@ -125,36 +176,46 @@ void EditField::OnEdited(std::string_view text) {
   });
 }
 
-Text StaticText::Text() const { return quorvel::Text(mState.Caption.c_str()); }
-void StaticText::Text(const quorvel::Text& text) { Change(mState.Caption, NativeText(text)); }
+bool StaticText::AssignProperty(const Property& property) {
+  if (property.name == "Text") {
+    Text(TextOf(property));
+    return true;
+  }
+  return AssignBound(mState, kLabel, property) || TextControl::AssignProperty(property);
+}
 
-void StaticText::_Install(std::string_view event, InstanceEventHandler handler) {
-  TextControl::_Install(event, std::move(handler));
+void StaticText::Text(const quorvel::Text& text) {
+  mText = text;
+  Change(mState.Text, NativeText(text));
+}
+
+void StaticText::EventInstalled(std::string_view event) {
   if (event == "MouseUp") Change(mState.Link, true);
 }
 
-void StaticText::_Realise(native::Window& window) {
-  mNative = window.AddLabel();
-  UpdateNative();
+bool PushButton::AssignProperty(const Property& property) {
+  return AssignBound(mState, kButton, property) || TextControl::AssignProperty(property);
 }
 
-void PushButton::_Realise(native::Window& window) {
-  mNative = window.AddButton([weak = weak_from_this()] {
+bool PushButton::HasEvent(std::string_view event) const {
+  return event == "Action" || TextControl::HasEvent(event);
+}
+
+void PushButton::MakeNative(native::Window& window) {
+  mNative = window.AddButton(mState, [weak = weak_from_this()] {
     if (const auto button = std::static_pointer_cast<PushButton>(weak.lock())) {
       Dispatch([&] { button->_Fire("Action"); });
     }
   });
-  UpdateNative();
+}
+
+bool Canvas::AssignProperty(const Property& property) {
+  return AssignBound(mState, kCanvas, property) || RectControl::AssignProperty(property);
 }
 
 void Canvas::Backdrop(const Ref<Picture>& picture) {
   mBackdrop = picture;
   Change(mState.Backdrop, picture ? picture->File() : std::filesystem::path());
-}
-
-void Canvas::_Realise(native::Window& window) {
-  mNative = window.AddCanvas();
-  UpdateNative();
 }
 
 }  // namespace quorvel

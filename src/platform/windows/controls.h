@@ -15,45 +15,54 @@ namespace quorvel {
 class Graphics;
 class StyledTextPrinter;
 
-/// A thing with a native counterpart in a window. Holds the whole state; the native object shows
-/// it, from `_Realise` until `Close`.
+/// A thing with a native counterpart in a window. Holds the whole state; the native counterpart
+/// shows the state, from the end of the first layout table until `Close`.
 class Control : public Component {
  public:
-  /// Makes the native counterpart; called by the window that the control is added to.
-  virtual void _Realise(native::Window& window) = 0;
+  /// Called by the window that the control is added to: the window in which the native counterpart
+  /// will be made.
+  void _Attach(native::Window& window) { mWindow = &window; }
   /// Drops the native counterpart and the handlers. The window's close calls it.
-  virtual void Close();
-  void _AssignProperties(PropertySet properties) override;
+  void Close();
 
  protected:
+  /// Makes the native counterpart with the state as assigned, or shows the new state.
+  void PropertiesAssigned() override;
+  virtual void MakeNative(native::Window& window) = 0;
+  /// Null before the making and after `Close`.
   [[nodiscard]] virtual native::Control* NativeControl() const = 0;
   virtual void ReleaseNative() = 0;
-  void UpdateNative();
+  virtual void UpdateNative() = 0;
 
-  native::ControlState mState;
+ private:
+  native::Window* mWindow = nullptr;
 };
 
 /// A control with a rectangle, in pixels relative to the window's content, and a mouse cursor.
 class RectControl : public Control {
  public:
-  [[nodiscard]] int32_t Left() const { return mState.Left; }
-  [[nodiscard]] int32_t Top() const { return mState.Top; }
-  [[nodiscard]] int32_t Width() const { return mState.Width; }
-  [[nodiscard]] int32_t Height() const { return mState.Height; }
-  void Width(int32_t width);
-  void Height(int32_t height);
+  [[nodiscard]] int32_t Left() const { return State().Left; }
+  [[nodiscard]] int32_t Top() const { return State().Top; }
+  [[nodiscard]] int32_t Width() const { return State().Width; }
+  [[nodiscard]] int32_t Height() const { return State().Height; }
+  void Width(int32_t width) { Change(State().Width, width); }
+  void Height(int32_t height) { Change(State().Height, height); }
   /// The cursor that shows while the mouse is over the control.
   void MouseCursor(const Ref<quorvel::MouseCursor>& cursor);
   /// Draws the control at once.
   void Refresh(bool erase_first);
 
-  /// Whether the place lies in the control; its right and bottom edges count as inside.
-  [[nodiscard]] bool _Contains(native::Point place) const;
-  /// Fires "MouseEnter" and "MouseExit" when the place is the first one inside or outside.
-  void _TrackMouse(native::Point place);
+  /// Whether the point lies in the control; the right and bottom edges count as inside.
+  [[nodiscard]] bool _Contains(native::Point point) const;
+  /// Fires "MouseEnter" and "MouseExit" when the point is the first one inside or outside.
+  void _TrackMouse(native::Point point);
 
  protected:
-  /// A property with a getter and a setter: stores the value and shows it.
+  [[nodiscard]] virtual native::ControlState& State() = 0;
+  [[nodiscard]] virtual const native::ControlState& State() const = 0;
+  [[nodiscard]] bool AssignProperty(const Property& property) override;
+  [[nodiscard]] bool HasEvent(std::string_view event) const override;
+  /// The setter of a property: stores the value and shows the value.
   template <class Value>
   void Change(Value& member, Value value) {
     member = std::move(value);
@@ -69,69 +78,89 @@ class TextControl : public RectControl {
  public:
   [[nodiscard]] quorvel::Text TextFont() const;
   void TextFont(const quorvel::Text& font);
-  [[nodiscard]] int32_t TextSize() const { return mState.TextSize; }
-  void TextSize(int32_t size) { Change(mState.TextSize, size); }
+  [[nodiscard]] int32_t TextSize() const { return State().TextSize; }
+  void TextSize(int32_t size) { Change(State().TextSize, size); }
+
+ protected:
+  [[nodiscard]] native::TextState& State() override = 0;
+  [[nodiscard]] const native::TextState& State() const override = 0;
+  [[nodiscard]] bool AssignProperty(const Property& property) override;
+};
+
+/// The part of a control that depends on the kind of the native counterpart.
+template <class Base, class StateKind, class NativeKind>
+class NativeBacked : public Base {
+ protected:
+  [[nodiscard]] StateKind& State() override { return mState; }
+  [[nodiscard]] const StateKind& State() const override { return mState; }
+  [[nodiscard]] native::Control* NativeControl() const override { return mNative.get(); }
+  void ReleaseNative() override { mNative.reset(); }
+  void UpdateNative() override {
+    if (mNative) mNative->Update(mState);
+  }
+
+  StateKind mState;
+  std::unique_ptr<NativeKind> mNative;
 };
 
 /// Editable or read-only text.
-class EditField : public TextControl, private native::TextFieldListener {
+class EditField : public NativeBacked<TextControl, native::TextFieldState, native::TextField>,
+                  private native::TextFieldListener {
  public:
-  /// What was last set or typed, byte for byte.
+  /// The text that was last set or typed, byte for byte.
   [[nodiscard]] const quorvel::Text& Text() const { return mText; }
-  /// Replaces the whole text. A text that extends the old one costs what it adds.
+  /// Replaces the whole text. A text that extends the old text costs the added bytes alone.
   void Text(const quorvel::Text& text);
 
   /// The text as it is now, laid out to `width` for printing.
   [[nodiscard]] Ref<StyledTextPrinter> styledTextPrinter(const Ref<Graphics>& graphics,
                                                          int32_t width) const;
 
-  void _Realise(native::Window& window) override;
-
  protected:
-  [[nodiscard]] native::Control* NativeControl() const override { return mNative.get(); }
-  void ReleaseNative() override { mNative.reset(); }
+  [[nodiscard]] bool AssignProperty(const Property& property) override;
+  void MakeNative(native::Window& window) override;
 
  private:
   void OnEdited(std::string_view text) override;
-  void ShowText() const;
 
   quorvel::Text mText;
-  std::unique_ptr<native::TextField> mNative;
-};
-
-/// A control whose native counterpart needs nothing but the state.
-template <class Base>
-class PlainControl : public Base {
- protected:
-  [[nodiscard]] native::Control* NativeControl() const override { return mNative.get(); }
-  void ReleaseNative() override { mNative.reset(); }
-
-  std::unique_ptr<native::Control> mNative;
 };
 
 /// A label; also a link, with mouse handlers.
-class StaticText : public PlainControl<TextControl> {
+class StaticText : public NativeBacked<TextControl, native::LabelState, native::Label> {
  public:
-  [[nodiscard]] quorvel::Text Text() const;
+  /// The text that was last set, byte for byte.
+  [[nodiscard]] const quorvel::Text& Text() const { return mText; }
   void Text(const quorvel::Text& text);
+
+ protected:
+  [[nodiscard]] bool AssignProperty(const Property& property) override;
+  void MakeNative(native::Window& window) override { mNative = window.AddLabel(mState); }
   /// A handler of "MouseUp" makes the label a link, which the keyboard reaches as well.
-  void _Install(std::string_view event, InstanceEventHandler handler) override;
-  void _Realise(native::Window& window) override;
+  void EventInstalled(std::string_view event) override;
+
+ private:
+  quorvel::Text mText;
 };
 
-/// A button; fires "Action" when it is pressed.
-class PushButton : public PlainControl<TextControl> {
- public:
-  void _Realise(native::Window& window) override;
+/// A button; fires "Action" when the user presses the button.
+class PushButton : public NativeBacked<TextControl, native::ButtonState, native::Button> {
+ protected:
+  [[nodiscard]] bool AssignProperty(const Property& property) override;
+  [[nodiscard]] bool HasEvent(std::string_view event) const override;
+  void MakeNative(native::Window& window) override;
 };
 
 /// A surface for a picture.
-class Canvas : public PlainControl<RectControl> {
+class Canvas : public NativeBacked<RectControl, native::CanvasState, native::Canvas> {
  public:
   [[nodiscard]] const Ref<Picture>& Backdrop() const { return mBackdrop; }
-  /// Nil shows none.
+  /// Nil shows no picture.
   void Backdrop(const Ref<Picture>& picture);
-  void _Realise(native::Window& window) override;
+
+ protected:
+  [[nodiscard]] bool AssignProperty(const Property& property) override;
+  void MakeNative(native::Window& window) override { mNative = window.AddCanvas(mState); }
 
  private:
   Ref<Picture> mBackdrop;

@@ -5,6 +5,7 @@
 
 #include "native/native.h"
 #include "platform/runtime/runtime.h"
+#include "platform/values/exceptions.h"
 #include "platform/windows/application.h"
 #include "platform/windows/window.h"
 
@@ -79,9 +80,21 @@ void MenuBar::OnMenuNeeded() {
 
 void MenuBar::OnMenuChosen(std::string_view name) {
   Dispatch([self = Self(*this), chosen = quorvel::Text::FromBytes(name)] {
-    self->_UpdateItems();
-    if (self->_Lookup(chosen)->Enabled()) self->Route(chosen);
+    self->RouteIfEnabled(self->_Lookup(chosen));
   });
+}
+
+void MenuBar::OnShortcut(std::string_view shortcut) {
+  Dispatch([self = Self(*this), pressed = quorvel::Text::FromBytes(shortcut)] {
+    for (const auto& item : self->_Descendants()) {
+      if (item->KeyboardShortcut() == pressed) return self->RouteIfEnabled(item);
+    }
+  });
+}
+
+void MenuBar::RouteIfEnabled(const Ref<MenuItem>& item) {
+  _UpdateItems();
+  if (item->Enabled()) Route(item->Name());
 }
 
 void MenuBar::Route(const quorvel::Text& name) {
@@ -92,7 +105,10 @@ void MenuBar::Route(const quorvel::Text& name) {
   _Lookup(name)->Event_Action();
 }
 
-void MenuHandlers::Add(const Text& item_name, MenuHandler handler) {
+void MenuHandlers::Add(const MenuItem& menu_bar, const Text& item_name, MenuHandler handler) {
+  if (!menu_bar._Lookup(item_name)) {
+    throw RuntimeException(Text("There is no such menu item: ") + item_name);
+  }
   std::erase_if(mEntries,
                 [&](const Entry& entry) { return StrComp(entry.name, item_name, 0) == 0; });
   mEntries.push_back({item_name, std::move(handler)});

@@ -84,6 +84,8 @@ class MenuBar : public MenuItem, private native::MenuListener {
  private:
   void OnMenuNeeded() override;
   void OnMenuChosen(std::string_view name) override;
+  void OnShortcut(std::string_view shortcut) override;
+  void RouteIfEnabled(const Ref<MenuItem>& item);
   void Route(const quorvel::Text& name);
 };
 
@@ -93,7 +95,9 @@ using MenuHandler = std::function<bool()>;
 /// The handlers of a window or of the application, by item name.
 class MenuHandlers {
  public:
-  void Add(const Text& item_name, MenuHandler handler);
+  /// Raises `RuntimeException` when no item below `menu_bar` has the name: no choice would ever
+  /// reach the handler.
+  void Add(const MenuItem& menu_bar, const Text& item_name, MenuHandler handler);
   [[nodiscard]] bool HasKey(const Text& item_name) const { return Find(item_name) != nullptr; }
   /// Runs the handler of that name, if there is one, and says whether there was.
   [[nodiscard]] bool Run(const Text& item_name) const;

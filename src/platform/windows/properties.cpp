@@ -12,10 +12,10 @@ void RaiseUnknownProperty(std::string_view name) {
 }
 
 bool IsWithoutEffect(std::string_view name) {
-  static constexpr std::array<std::string_view, 14> kNames = {
-      "Index",         "LockLeft",  "LockTop",        "LockRight",  "LockBottom",
-      "TabPanelIndex", "HelpTag",   "AutoDeactivate", "Format",     "Mask",
-      "DataSource",    "DataField", "InitialParent",  "BalloonHelp"};
+  static constexpr std::array<std::string_view, 13> kNames = {
+      "Index",         "LockLeft",  "LockTop",        "LockRight", "LockBottom",
+      "TabPanelIndex", "HelpTag",   "AutoDeactivate", "Format",    "Mask",
+      "DataSource",    "DataField", "InitialParent"};
   return std::ranges::find(kNames, name) != kNames.end();
 }
 

@@ -4,6 +4,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <variant>
 
 namespace quorvel {
@@ -17,15 +18,19 @@ struct Property {
 };
 using PropertySet = std::span<const Property>;
 
-/// Binds the names of a layout table to the members of `State`.
+/// Stands in a binding for a property that the kind has and that changes nothing.
+using NoEffect = std::monostate;
+
+/// Binds a property's name to a member of `State`.
 template <class State>
 struct PropertyBinding {
   std::string_view name;
-  std::variant<bool State::*, int32_t State::*, std::string State::*> member;
+  std::variant<NoEffect, bool State::*, int32_t State::*, std::string State::*> member;
 };
 
 [[noreturn]] void RaiseUnknownProperty(std::string_view name);
-/// Whether every object has the property and nothing depends on its value.
+/// Whether windows, controls and timers of every kind have the property and none depends on its
+/// value (`HelpTag`, `LockLeft` and the like).
 [[nodiscard]] bool IsWithoutEffect(std::string_view name);
 
 namespace detail {
@@ -44,15 +49,23 @@ inline void Assign(std::string& member, const PropertyValue& value) {
 
 }  // namespace detail
 
+/// Assigns the row to the member of `state` that `bindings` name for the row; false, and no effect,
+/// when `bindings` do not have the name.
 template <class State>
-void AssignProperty(State& state, std::span<const PropertyBinding<State>> bindings,
-                    const Property& property) {
+[[nodiscard]] bool AssignBound(
+    State& state, std::span<const PropertyBinding<std::type_identity_t<State>>> bindings,
+    const Property& property) {
   for (const auto& binding : bindings) {
     if (binding.name != property.name) continue;
-    std::visit([&](auto member) { detail::Assign(state.*member, property.value); }, binding.member);
-    return;
+    const auto assign = [&](auto member) {
+      if constexpr (!std::is_same_v<decltype(member), NoEffect>) {
+        detail::Assign(state.*member, property.value);
+      }
+    };
+    std::visit(assign, binding.member);
+    return true;
   }
-  if (!IsWithoutEffect(property.name)) RaiseUnknownProperty(property.name);
+  return false;
 }
 
 }  // namespace quorvel

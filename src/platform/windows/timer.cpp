@@ -18,16 +18,15 @@ void Timer::Period(int32_t milliseconds) {
   Restart();
 }
 
-void Timer::_AssignProperties(PropertySet properties) {
+bool Timer::AssignProperty(const Property& property) {
   static constexpr std::array<PropertyBinding<Settings>, 5> kBindings = {{
-      {"Name", &Settings::Name},
+      {"Name", {}},
       {"Mode", &Settings::Mode},
       {"Period", &Settings::Period},
-      {"Left", &Settings::Left},
-      {"Top", &Settings::Top},
+      {"Left", {}},
+      {"Top", {}},
   }};
-  for (const auto& property : properties) AssignProperty<Settings>(mSettings, kBindings, property);
-  Restart();
+  return AssignBound(mSettings, kBindings, property);
 }
 
 void Timer::Restart() {

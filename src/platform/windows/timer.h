@@ -24,15 +24,15 @@ class Timer : public Component, public _PaneChild {
   [[nodiscard]] int32_t Period() const { return mSettings.Period; }
   void Period(int32_t milliseconds);
 
-  void _AssignProperties(PropertySet properties) override;
+ protected:
+  [[nodiscard]] bool AssignProperty(const Property& property) override;
+  void PropertiesAssigned() override { Restart(); }
+  [[nodiscard]] bool HasEvent(std::string_view event) const override { return event == "Action"; }
 
  private:
   struct Settings {
-    std::string Name;
     int32_t Mode = 0;
     int32_t Period = 1000;
-    int32_t Left = 0;
-    int32_t Top = 0;
   };
   void Restart();
 

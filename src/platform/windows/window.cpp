@@ -16,7 +16,7 @@ namespace {
 
 using State = native::WindowState;
 
-constexpr std::array<PropertyBinding<State>, 21> kBindings = {{
+constexpr std::array<PropertyBinding<State>, 22> kBindings = {{
     {"Title", &State::Title},
     {"Width", &State::Width},
     {"Height", &State::Height},
@@ -25,8 +25,8 @@ constexpr std::array<PropertyBinding<State>, 21> kBindings = {{
     {"MaxWidth", &State::MaxWidth},
     {"MaxHeight", &State::MaxHeight},
     {"Placement", &State::Placement},
-    {"Frame", &State::Frame},
-    {"MacProcID", &State::MacProcID},
+    {"Frame", {}},
+    {"MacProcID", {}},
     {"Visible", &State::Visible},
     {"Resizeable", &State::Resizeable},
     {"CloseButton", &State::CloseButton},
@@ -34,8 +34,9 @@ constexpr std::array<PropertyBinding<State>, 21> kBindings = {{
     {"MaximizeButton", &State::MaximizeButton},
     {"MenuBarVisible", &State::MenuBarVisible},
     {"FullScreen", &State::FullScreen},
-    {"LiveResize", &State::LiveResize},
-    {"Composite", &State::Composite},
+    {"LiveResize", {}},
+    {"Composite", {}},
+    {"BalloonHelp", {}},
     {"HasBackColor", &State::HasBackColor},
     {"BackColor", &State::BackColor},
 }};
@@ -50,7 +51,7 @@ std::map<std::string, Ref<Window>>& _mImplicitWindowList() {
   return windows;
 }
 
-auto PlaceOf(const Window& window) {
+auto Listed(const Window& window) {
   return std::ranges::find_if(OpenWindows(), [&](const auto& open) { return &*open == &window; });
 }
 
@@ -59,12 +60,21 @@ auto PlaceOf(const Window& window) {
 void Window::Constructor() {
   mNative = Native().Windows().Create(*this);
   _WindowSupport::Add(Self(*this));
+  try {
+    Make();
+  } catch (...) {
+    LeaveScreen();
+    throw;
+  }
+  Event_Open();
+}
+
+void Window::Make() {
   Layout();
   CreateControls();
   _mInitialControlsCreated = true;
   AddMenuHandlers();
   if (mState.Visible) Show();
-  Event_Open();
 }
 
 void Window::Show() {
@@ -88,7 +98,7 @@ void Window::Refresh(bool) {
   if (mNative) mNative->Refresh();
 }
 
-Text Window::Title() const { return {mState.Title.c_str()}; }
+Text Window::Title() const { return Text::FromBytes(mState.Title, Encodings::UTF8); }
 
 void Window::Title(const Text& title) {
   mState.Title = NativeText(title);
@@ -96,7 +106,7 @@ void Window::Title(const Text& title) {
 }
 
 void Window::_AddMenuHandler(const Text& item_name, MenuHandler handler) {
-  mMenuHandlers.Add(item_name, std::move(handler));
+  mMenuHandlers.Add(*mMenuBar, item_name, std::move(handler));
 }
 
 void Window::_EnableMenuItems(const std::vector<Ref<MenuItem>>& items) {
@@ -108,7 +118,11 @@ bool Window::_HandleMenuCommand(const Text&) { return false; }
 bool Window::Event_CancelClose(bool) { return false; }
 
 void Window::_AssignProperties(PropertySet properties) {
-  for (const auto& property : properties) AssignProperty<State>(mState, kBindings, property);
+  for (const Property& property : properties) {
+    if (!AssignBound(mState, kBindings, property) && !IsWithoutEffect(property.name)) {
+      RaiseUnknownProperty(property.name);
+    }
+  }
   UpdateNative();
 }
 
@@ -118,7 +132,7 @@ void Window::_AddControl(const Text& name, const Ref<Object>& object) {
   _mControls.emplace_back(name, object);
   if (!control) return;
   _mControlList.push_back(control);
-  control->_Realise(*mNative);
+  control->_Attach(*mNative);
 }
 
 Ref<Object> Window::_Control(const Text& name) const {
@@ -133,19 +147,24 @@ void Window::ReleaseControls() {
   mClickClaimedBy = Nil;
 }
 
+void Window::LeaveScreen() {
+  ReleaseControls();
+  _WindowSupport::Remove(*this);
+  mNative.reset();
+}
+
 bool Window::_UnifiedClose(bool application_quits) {
   const auto keep = Self(*this);
-  if (!mNative) return true;
+  if (!mNative || mClosing) return true;
   if (Event_CancelClose(application_quits)) return false;
+  mClosing = true;
   std::exception_ptr raised;
   try {
     Event_Close();
   } catch (...) {
     raised = std::current_exception();
   }
-  ReleaseControls();
-  _WindowSupport::Remove(*this);
-  mNative.reset();
+  LeaveScreen();
   if (raised) std::rethrow_exception(raised);
   return true;
 }
@@ -166,28 +185,28 @@ void Window::OnResized(int32_t width, int32_t height, bool dragging) {
   });
 }
 
-void Window::TrackMouse(native::Point place) {
+void Window::TrackMouse(native::Point point) {
   const auto controls = _mControlList;
   for (const auto& control : controls) {
     if (const auto rect = std::dynamic_pointer_cast<RectControl>(control.Shared())) {
-      rect->_TrackMouse(place);
+      rect->_TrackMouse(point);
     }
   }
 }
 
-void Window::OnMouseMoved(native::Point place) {
-  Dispatch([=, self = Self(*this)] { self->TrackMouse(place); });
+void Window::OnMouseMoved(native::Point point) {
+  Dispatch([=, self = Self(*this)] { self->TrackMouse(point); });
 }
 
-void Window::OnMousePressed(native::Point place) {
+void Window::OnMousePressed(native::Point point) {
   Dispatch([=, self = Self(*this)] {
-    // The control on top is the one that was made last.
-    auto controls = self->_mControlList;
-    std::ranges::reverse(controls);
+    // A release that never came must not claim this press.
+    self->mClickClaimedBy = Nil;
+    const auto controls = self->_mControlList;
     for (const auto& control : controls) {
       const auto rect = Ref<RectControl>(std::dynamic_pointer_cast<RectControl>(control.Shared()));
-      if (!rect || !rect->_Contains(place)) continue;
-      const bool claimed = rect->_Fire("MouseDown", place.x - rect->Left(), place.y - rect->Top());
+      if (!rect || !rect->_Contains(point)) continue;
+      const bool claimed = rect->_Fire("MouseDown", point.x - rect->Left(), point.y - rect->Top());
       if (!claimed) continue;
       self->mClickClaimedBy = rect;
       return;
@@ -195,10 +214,10 @@ void Window::OnMousePressed(native::Point place) {
   });
 }
 
-void Window::OnMouseReleased(native::Point place) {
+void Window::OnMouseReleased(native::Point point) {
   Dispatch([=, self = Self(*this)] {
     const auto rect = std::exchange(self->mClickClaimedBy, Nil);
-    if (rect) rect->_Fire("MouseUp", place.x - rect->Left(), place.y - rect->Top());
+    if (rect) rect->_Fire("MouseUp", point.x - rect->Left(), point.y - rect->Top());
   });
 }
 
@@ -217,13 +236,13 @@ void Add(const Ref<Window>& window) {
 }
 
 void BringToFront(const Window& window) {
-  const auto place = PlaceOf(window);
-  if (place != OpenWindows().end()) std::rotate(OpenWindows().begin(), place, place + 1);
+  const auto listed = Listed(window);
+  if (listed != OpenWindows().end()) std::rotate(OpenWindows().begin(), listed, listed + 1);
 }
 
 void Remove(const Window& window) {
-  const auto place = PlaceOf(window);
-  if (place != OpenWindows().end()) OpenWindows().erase(place);
+  const auto listed = Listed(window);
+  if (listed != OpenWindows().end()) OpenWindows().erase(listed);
   const auto implicit = _mImplicitWindowList().find(std::string(window._ClassName().Bytes()));
   if (implicit != _mImplicitWindowList().end() && &*implicit->second == &window) {
     _mImplicitWindowList().erase(implicit);

@@ -21,8 +21,8 @@ namespace quorvel {
 /// Open from `Constructor` until `Close`; nothing of a closed window is used again.
 class Window : public Object, private native::WindowListener {
  public:
-  /// Lists the window, then runs `Layout`, `CreateControls`, `AddMenuHandlers`, shows it, and
-  /// fires Open.
+  /// Lists the window, then runs `Layout`, `CreateControls`, `AddMenuHandlers`, shows the window,
+  /// and fires Open. An exception before Open takes the half-made window away again.
   void Constructor();
   /// Makes the window visible and brings it to the front.
   void Show();
@@ -38,6 +38,7 @@ class Window : public Object, private native::WindowListener {
   [[nodiscard]] const Ref<quorvel::MenuBar>& MenuBar() const { return mMenuBar; }
   void MenuBar(const Ref<quorvel::MenuBar>& menu_bar) { mMenuBar = menu_bar; }
 
+  /// Raises `RuntimeException` when no item of the menu bar has the name.
   void _AddMenuHandler(const Text& item_name, MenuHandler handler);
   [[nodiscard]] const MenuHandlers& _MenuHandlers() const { return mMenuHandlers; }
   void _EnableMenuItems(const std::vector<Ref<MenuItem>>& items);
@@ -54,8 +55,9 @@ class Window : public Object, private native::WindowListener {
     return New<T>();
   }
 
-  /// Closes the window; false when `Event_CancelClose` kept it open. Whatever a hook raises, every
-  /// step is done before it goes on.
+  /// Closes the window; false when `Event_CancelClose` kept the window open. A hook that raises
+  /// keeps no step from being done: the exception is rethrown after the last step. A call inside
+  /// the window's own Close hook changes nothing.
   bool _UnifiedClose(bool application_quits);
   void _AssignProperties(PropertySet properties);
   /// The class's full name, as "wMain.wMain".
@@ -74,7 +76,9 @@ class Window : public Object, private native::WindowListener {
   virtual void CreateControls() {}
   virtual void AddMenuHandlers() {}
 
-  /// Makes a control (or timer) of class `T` in the window: created, named, set up from its table.
+  /// Makes a control (or timer) of class `T` in the window: created, added under its name, looked
+  /// up by the name, set up from its table. The layout table comes last: the native counterpart is
+  /// made with the table's values.
   template <class T>
   Ref<T> CreateControl(const Text& name, PropertySet properties) {
     Ref<T> created = __New<T>();
@@ -88,11 +92,13 @@ class Window : public Object, private native::WindowListener {
   void OnCloseRequested() override;
   void OnActivated() override;
   void OnResized(int32_t width, int32_t height, bool dragging) override;
-  void OnMouseMoved(native::Point place) override;
-  void OnMousePressed(native::Point place) override;
-  void OnMouseReleased(native::Point place) override;
-  void TrackMouse(native::Point place);
+  void OnMouseMoved(native::Point point) override;
+  void OnMousePressed(native::Point point) override;
+  void OnMouseReleased(native::Point point) override;
+  void TrackMouse(native::Point point);
+  void Make();
   void ReleaseControls();
+  void LeaveScreen();
   void UpdateNative();
 
   native::WindowState mState;
@@ -101,9 +107,11 @@ class Window : public Object, private native::WindowListener {
   std::vector<std::pair<Text, Ref<Object>>> _mControls;
   std::vector<Ref<Control>> _mControlList;
   MenuHandlers mMenuHandlers;
+  /// The control whose "MouseDown" claimed the press under way.
   Ref<RectControl> mClickClaimedBy;
-  /// Until then nothing is shown, so that nobody sees the window half made.
+  /// The window stays hidden until its controls exist, so that nobody sees the window half made.
   bool _mInitialControlsCreated = false;
+  bool mClosing = false;
 };
 
 /// Assigns every row of a layout table to the window, as for a control.
