@@ -1,0 +1,48 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace quorvel {
+
+/// What happens to a view of a text that has grown beyond the view's height.
+enum class Scroll {
+  WheelUp,
+  WheelToEnd,
+  BarUp,
+  BarToEnd,
+  ControlHome,
+  PageDownToEnd,
+  ControlEnd,
+  OtherFont,
+  Narrower,
+  Lower,
+  Higher,
+  HiddenAndShown
+};
+
+/// Whether a view with `FollowsEnd` keeps the end in sight after these steps, whatever widget shows
+/// the text.
+struct FollowingCase {
+  std::string name;
+  std::vector<Scroll> steps;
+  bool follows;
+};
+
+inline std::vector<FollowingCase> FollowingCases() {
+  using enum Scroll;
+  return {{"a fresh view", {}, true},
+          {"the wheel leaves the end", {WheelUp}, false},
+          {"the wheel comes back", {WheelUp, WheelToEnd}, true},
+          {"the bar leaves the end", {BarUp}, false},
+          {"the bar comes back", {BarUp, BarToEnd}, true},
+          {"the keys leave the end", {ControlEnd, ControlHome}, false},
+          {"pages down", {ControlHome, PageDownToEnd}, true},
+          {"Control+End", {WheelUp, ControlEnd}, true},
+          {"sizes, fonts and showing change nothing",
+           {OtherFont, Narrower, Lower, HiddenAndShown, Higher, OtherFont},
+           true},
+          {"nor does the end that a higher view brings into sight", {WheelUp, Higher}, false}};
+}
+
+}  // namespace quorvel
