@@ -82,10 +82,15 @@ class QtFields : public testing::Test {
 
 class QtLog : public QtFields {
  protected:
-  QtLog() {
+  QtLog() { Open(); }
+  void Open() {
+    mField.reset();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    mLook = Field(true);
     mLook.FollowsEnd = true;
     mField = mWindow->AddTextField(mLook, mUser);
     Grow();
+    QCoreApplication::processEvents();
   }
   QPlainTextEdit& View() { return Find<QPlainTextEdit>(); }
   QScrollBar& Bar() { return *View().verticalScrollBar(); }
@@ -135,16 +140,13 @@ class QtLog : public QtFields {
     QCoreApplication::processEvents();
   }
 
-  native::TextFieldState mLook = Field(true);
+  native::TextFieldState mLook;
   std::unique_ptr<native::TextField> mField;
 };
 
 TEST_F(QtLog, FollowsItsEndUntilTheUserScrollsAway) {
   for (const auto& [name, steps, follows] : FollowingCases()) {
-    mLook = Field(true);
-    mField->Update(mLook);  // without FollowsEnd, so that the next state begins afresh
-    mLook.FollowsEnd = true;
-    mField->Update(mLook);
+    Open();
     for (const Scroll step : steps) Do(step);
     const int top = TopLine();
     EXPECT_TRUE(EndInSight() || !follows) << name;

@@ -100,7 +100,6 @@ TextView::TextView(QWidget* parent) : QPlainTextEdit(parent) {
   auto* aligned = new QTextDocument(this);
   aligned->setDocumentLayout(new AlignedLayout(aligned));
   setDocument(aligned);
-  connect(verticalScrollBar(), &QScrollBar::rangeChanged, this, [this] { KeepEnd(); });
   connect(verticalScrollBar(), &QScrollBar::actionTriggered, this, [this] { NoteUserScroll(); });
 }
 
@@ -141,6 +140,26 @@ void TextView::FollowEnd(bool wanted) {
 
 void TextView::KeepEnd() {
   if (KeepsEnd()) verticalScrollBar()->setValue(verticalScrollBar()->maximum());
+}
+
+// After a change of font or width the toolkit goes on with the old heights of paragraphs that are
+// out of sight, and with the old range of the bar. Laying out the last page, and a resize to the
+// same size, make both right.
+void TextView::KeepEndAfterLayout() {
+  if (!KeepsEnd()) return;
+  qreal height = 0;
+  for (QTextBlock block = document()->lastBlock(); block.isValid() && height < viewport()->height();
+       block = block.previous()) {
+    height += blockBoundingRect(block).height();
+  }
+  QResizeEvent same_size(viewport()->size(), viewport()->size());
+  QPlainTextEdit::resizeEvent(&same_size);
+  KeepEnd();
+}
+
+void TextView::resizeEvent(QResizeEvent* event) {
+  QPlainTextEdit::resizeEvent(event);
+  KeepEndAfterLayout();
 }
 
 // A text that ends in a line end has an empty last line, which Control+End leaves out of sight: one
@@ -185,8 +204,9 @@ bool TextView::event(QEvent* event) {
     case QEvent::FocusOut:
       update();
       break;
+    case QEvent::FontChange:
     case QEvent::Show:
-      KeepEnd();
+      KeepEndAfterLayout();
       break;
     default:
       break;

@@ -46,11 +46,13 @@ class TextView final : public QPlainTextEdit {
   void keyPressEvent(QKeyEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
   void timerEvent(QTimerEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
 
  private:
   [[nodiscard]] QString TextIn(const QTextCursor& selection) const;
   void NoteUserScroll();
   void KeepEnd();
+  void KeepEndAfterLayout();
   void PaintFocus();
 
   BreakMarks marks;
