@@ -16,6 +16,6 @@ set(QUORVEL_FOLDERS
   "ui: ${QUORVEL_CONTRACT} messaging"
   "log: ${QUORVEL_CONTRACT} messaging ui"
   "help: ${QUORVEL_CONTRACT} ui"
-  "key: ${QUORVEL_CONTRACT} ui log"
+  "key: ${QUORVEL_CONTRACT} messaging ui log"
   "app: ${QUORVEL_CONTRACT} messaging ui log help key"
   "../tools: platform/values platform/network messaging log")

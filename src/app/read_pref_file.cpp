@@ -2,7 +2,9 @@
 
 #include "app/app.h"
 #include "key/create_key_file_window.h"
+#include "key/key_file.h"
 #include "log/main_window.h"
+#include "messaging/channel.h"
 #include "platform/files/files.h"
 #include "platform/windows/system.h"
 #include "ui/globals.h"
@@ -12,8 +14,6 @@ namespace quorvel::app {
 using namespace mGlobals;
 
 namespace {
-
-constexpr int32_t kShortestKey = 5;
 
 void ReadLines(const FolderItem& file) {
   const auto stream = file.OpenAsTextFile();
@@ -27,7 +27,7 @@ void ReadLines(const FolderItem& file) {
 void App::mReadPrefFile() {
   sQuorvelVNumber = "";
   sProgID = "";
-  const auto file = GetFolderItem("QuorvelKeyFile", 0);
+  const auto file = GetFolderItem(kKeyFileName, 0);
   if (!file || !file->Exists()) {
     wCreateKeyFile()->Show();
     return;

@@ -2,6 +2,7 @@
 
 #include "ui/globals.h"
 #include "ui/resources.h"
+#include "ui/version.h"
 
 namespace quorvel {
 
@@ -79,7 +80,7 @@ void wAbout::CreateControls() {
 void wAbout::Event_Open() {
   bAboutIsOpen = true;
   mAppearanceUpdate();
-  ControlOf<StaticText>(*this, "stVersion")->Text("Quorvel v1.0.5");
+  ControlOf<StaticText>(*this, "stVersion")->Text(kNameAndVersion);
   ControlOf<StaticText>(*this, "stCopyright")->Text("Copyright © 2026 the makers of Quorvel.");
 }
 

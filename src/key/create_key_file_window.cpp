@@ -1,6 +1,8 @@
 #include "key/create_key_file_window.h"
 
+#include "key/key_file.h"
 #include "log/main_window.h"
+#include "messaging/channel.h"
 #include "platform/files/files.h"
 #include "platform/runtime/runtime.h"
 #include "platform/windows/system.h"
@@ -11,10 +13,6 @@
 namespace quorvel {
 
 namespace {
-
-constexpr int32_t kShortestKey = 5;
-constexpr const char* kKeyFileName = "QuorvelKeyFile";
-constexpr const char* kVersionMarker = "1.0.5";
 
 constexpr Property kWindow[] = {
     {"Title", "Getting Started"},
@@ -122,9 +120,9 @@ void wCreateKeyFile::pbGenerate_Action() {
     MsgBox("Key file must always be named exactly 'QuorvelKeyFile'.");
   }
   if (!stream) return;
-  stream->Write(Text(kVersionMarker) + EndOfLine + key);
+  stream->Write(Text(kKeyFileMarker) + EndOfLine + key);
   stream->Close();
-  file->MacCreator("QVL7");
+  file->MacCreator(FileTypes1::kCreator);
   file->MacType("pref");
   // As it was typed: blanks at its ends count until the file is read at the next start.
   sProgID = efKey()->Text();

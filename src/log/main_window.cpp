@@ -1,15 +1,16 @@
 #include "log/main_window.h"
 
 #include "log/my_easy_udp_socket.h"
+#include "messaging/channel.h"
 #include "platform/runtime/date.h"
 #include "platform/runtime/runtime.h"
 #include "ui/globals.h"
+#include "ui/version.h"
 
 namespace quorvel {
 
 namespace {
 
-constexpr int32_t kPort = 5563;
 constexpr int32_t kTestCommand = 510;
 constexpr int32_t kLogMargin = 20;
 constexpr int32_t kFontStep = 2;
@@ -115,7 +116,7 @@ Ref<editFieldExtras> wMain::efLog() const { return ControlOf<editFieldExtras>(*t
 void wMain::Event_Open() {
   bMainIsOpen = true;
   iLoopCounter = 0;
-  Title("Quorvel v1.0.5 -  Ready...");
+  Title(Text(kNameAndVersion) + " -  Ready...");
   // The title is to be seen while the network is set up.
   Refresh(true);
   if (bAlreadyRegisteredWithNetwork) return;
@@ -126,7 +127,7 @@ void wMain::Event_Open() {
   EasyUDPSocket1->SendToSelf(true);
   EasyUDPSocket1->Register(sProgID);
   bAlreadyRegisteredWithNetwork = true;
-  Title("Quorvel v1.0.5 -  Listening...");
+  Title(Text(kNameAndVersion) + " -  Listening...");
 }
 
 void wMain::Event_Close() {

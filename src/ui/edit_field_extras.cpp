@@ -57,7 +57,7 @@ void editFieldExtras::efSave(const quorvel::Text& suggested_name) {
   if (!stream || !file->Exists()) return;
   stream->Write(ConvertEncoding(Text(), Encodings::UTF8));
   stream->Close();
-  file->MacCreator("QVL7");
+  file->MacCreator(FileTypes1::kCreator);
   file->MacType("text");
 }
 

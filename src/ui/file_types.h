@@ -5,6 +5,9 @@
 
 namespace quorvel::FileTypes1 {
 
+/// The creator code of the files that the program writes.
+inline constexpr const char* kCreator = "QVL7";
+
 /// The one kind of file that the program saves: "text".
 extern Ref<FileType> pText;
 
