@@ -1,5 +1,6 @@
 #pragma once
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -7,8 +8,7 @@
 #include <vector>
 
 #include "app/entry.h"
-#include "platform/runtime/runtime.h"
-#include "support/scripted_sockets.h"
+#include "support/headless_hands.h"
 #include "support/temporary_folder.h"
 
 namespace quorvel {
@@ -35,22 +35,11 @@ class Program : public testing::Test {
     for (const auto& window : mSide.windows.open) titles.push_back(window->state.Title);
     return titles;
   }
-  void CloseWindow(const std::string& title) {
-    mSide.windows.Find(title)->listener->OnCloseRequested();
-  }
-  void Press(const std::string& button) {
-    const auto pressed = mSide.windows.FindControl(button)->pressed;
-    pressed();
-  }
-  void Types(const std::string& field, const std::string& text) {
-    const auto control = mSide.windows.FindControl(field);
-    control->field_listener->OnEdited(text);
-  }
-  void Choose(const std::string& item) { mSide.windows.Choose(item); }
   std::vector<std::string> Messages() { return std::exchange(mSide.dialogs.messages, {}); }
 
   TemporaryFolder mFolder;
-  OfflineSide mSide;
+  HeadlessHands mHands;
+  test::Side& mSide = mHands.side;
 };
 
 }  // namespace quorvel

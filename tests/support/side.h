@@ -12,9 +12,10 @@
 #include <vector>
 
 #include "native/native.h"
-#include "support/failing_calls.h"
+#include "support/faulty_files.h"
 #include "support/printing.h"
 #include "support/scripted_loop.h"
+#include "support/scripted_sockets.h"
 #include "support/windows.h"
 
 namespace quorvel::test {
@@ -55,7 +56,7 @@ class Desktop : public native::Desktop {
   void ReportError(std::string_view line) override { errors.emplace_back(line); }
 
   std::filesystem::path documents;
-  std::filesystem::path resources;
+  std::filesystem::path resources = QUORVEL_RESOURCES;
   std::chrono::system_clock::time_point now;
   std::map<std::string, int32_t, std::less<>> gestalt;
   std::vector<std::string> urls;
@@ -63,25 +64,30 @@ class Desktop : public native::Desktop {
   std::vector<std::string> errors;
 };
 
-/// A native side with no screen: real files and sockets, scripted answers, recorded calls.
+/// A native side without a screen: real files, scripted sockets and answers, recorded calls.
 class Side : public native::Side {
  public:
+  Side() = default;
+  /// With these sockets in the stead of the scripted ones.
+  explicit Side(SocketCalls& real) : mSockets(real) {}
+
   ScriptedLoop& Loop() override { return loop; }
   test::Windows& Windows() override { return windows; }
   test::Dialogs& Dialogs() override { return dialogs; }
   test::Desktop& Desktop() override { return desktop; }
-  FileCalls& Files() override { return mFiles; }
+  FaultyFiles& Files() override { return files; }
   SocketCalls& Sockets() override { return mSockets; }
 
+  Faults faults;
   ScriptedLoop loop;
   test::Windows windows;
   test::Dialogs dialogs;
   test::Desktop desktop;
-  Faults faults;
+  FaultyFiles files{faults};
+  ScriptedSockets sockets{faults};
 
  private:
-  FailingFileCalls mFiles{faults};
-  FailingSocketCalls mSockets{faults};
+  SocketCalls& mSockets = sockets;
 };
 
 }  // namespace quorvel::test
