@@ -34,65 +34,63 @@ TEST_F(KeyWindow, AKeyIsSavedTrimmedAndUsedAsTyped) {
                                                         {"Maple\r\n", "Maple"},
                                                         {twenty, twenty}}) {
     SCOPED_TRACE(typed);
-    Run([&, &typed = typed, &saved = saved] {
-      Chooses("QuorvelKeyFile");
-      Generate(typed);
-      EXPECT_THAT(Titles(), ElementsAre(kListening));
-      EXPECT_EQ(mGlobals::sProgID.Bytes(), typed);
-      EXPECT_EQ(ReadFile(KeyFile()), "1.0.5\n" + saved);
-      EXPECT_EQ(mSide.files.finder_info[KeyFile()], "prefQVL7");
-      EXPECT_EQ(std::exchange(mSide.desktop.sounds, {}).size(), 1U);
-      EXPECT_THAT(Messages(), IsEmpty());
-    });
-    Run([&saved = saved] { EXPECT_EQ(mGlobals::sProgID.Bytes(), saved); });
+    Start();
+    Chooses("QuorvelKeyFile");
+    Generate(typed);
+    EXPECT_THAT(Titles(), ElementsAre(kListening));
+    EXPECT_EQ(mGlobals::sProgID.Bytes(), typed);
+    EXPECT_EQ(ReadFile(KeyFile()), "1.0.5\n" + saved);
+    EXPECT_EQ(mSide.files.finder_info[KeyFile()], "prefQVL7");
+    EXPECT_EQ(std::exchange(mSide.desktop.sounds, {}).size(), 1U);
+    EXPECT_THAT(Messages(), IsEmpty());
+    Finish();
+    Start();
+    EXPECT_EQ(mGlobals::sProgID.Bytes(), saved);
+    Finish();
     std::filesystem::remove(KeyFile());
   }
 }
 
 TEST_F(KeyWindow, AShortKeyIsRefusedAndNoFileIsMadeWhenTheDialogIsCancelled) {
-  Run([&] {
-    for (const char* const key : {"", "four", "     ", "  abc  ", "\xC3\xA9\xC3\xA9"}) {
-      Generate(key);
-      EXPECT_THAT(Messages(), ElementsAre("Key must be 5-20 characters.")) << key;
-    }
-    EXPECT_THAT(mSide.dialogs.save_questions, IsEmpty());
-    Generate("Maple");
-    EXPECT_EQ(mSide.dialogs.save_questions.front().default_name, "QuorvelKeyFile");
-    EXPECT_TRUE(std::filesystem::is_directory(mSide.dialogs.save_questions.front().folder));
-    EXPECT_THAT(Titles(), ElementsAre(kGettingStarted));
-    EXPECT_FALSE(std::filesystem::exists(KeyFile()));
-  });
+  Start();
+  for (const char* const key : {"", "four", "     ", "  abc  ", "\xC3\xA9\xC3\xA9"}) {
+    Generate(key);
+    EXPECT_THAT(Messages(), ElementsAre("Key must be 5-20 characters.")) << key;
+  }
+  EXPECT_THAT(mSide.dialogs.save_questions, IsEmpty());
+  Generate("Maple");
+  EXPECT_EQ(mSide.dialogs.save_questions.front().default_name, "QuorvelKeyFile");
+  EXPECT_TRUE(std::filesystem::is_directory(mSide.dialogs.save_questions.front().folder));
+  EXPECT_THAT(Titles(), ElementsAre(kGettingStarted));
+  EXPECT_FALSE(std::filesystem::exists(KeyFile()));
 }
 
 TEST_F(KeyWindow, AnotherNameIsPutRightBeforeTheUserIsTold) {
-  Run([&] {
-    const auto chosen = KeyFile().parent_path() / "my key.txt";
-    WriteFile(chosen, "old");
-    bool renamed = false;
-    mSide.dialogs.while_open = [&] {
-      mSide.dialogs.while_open = [&] { renamed = std::filesystem::exists(KeyFile()); };
-    };
-    Chooses("my key.txt");
-    Generate("Maple");
-    EXPECT_TRUE(renamed);
-    EXPECT_THAT(Messages(), ElementsAre("Key file must always be named exactly 'QuorvelKeyFile'."));
-    EXPECT_EQ(ReadFile(KeyFile()), "1.0.5\nMaple");
-    EXPECT_FALSE(std::filesystem::exists(chosen));
-  });
+  Start();
+  const auto chosen = KeyFile().parent_path() / "my key.txt";
+  WriteFile(chosen, "old");
+  bool renamed = false;
+  mSide.dialogs.while_open = [&] {
+    mSide.dialogs.while_open = [&] { renamed = std::filesystem::exists(KeyFile()); };
+  };
+  Chooses("my key.txt");
+  Generate("Maple");
+  EXPECT_TRUE(renamed);
+  EXPECT_THAT(Messages(), ElementsAre("Key file must always be named exactly 'QuorvelKeyFile'."));
+  EXPECT_EQ(ReadFile(KeyFile()), "1.0.5\nMaple");
+  EXPECT_FALSE(std::filesystem::exists(chosen));
 }
 
 TEST_F(KeyWindow, NothingIsLostWhenTheFileCannotBeMade) {
-  KeyFileHolds("1.0.5\nfour");
-  Run([&] {
-    Chooses("../no/folder/QuorvelKeyFile");
-    Generate("Maple");
-    EXPECT_THAT(Titles(), ElementsAre(kGettingStarted));
-    // A key file that is there already is not replaced by a rename.
-    Chooses("other");
-    Generate("Maple");
-    EXPECT_EQ(ReadFile(KeyFile()), "1.0.5\nfour");
-    EXPECT_EQ(ReadFile(KeyFile().parent_path() / "other"), "1.0.5\nMaple");
-  });
+  Start("1.0.5\nfour");
+  Chooses("../no/folder/QuorvelKeyFile");
+  Generate("Maple");
+  EXPECT_THAT(Titles(), ElementsAre(kGettingStarted));
+  // A key file that is there already is not replaced by a rename.
+  Chooses("other");
+  Generate("Maple");
+  EXPECT_EQ(ReadFile(KeyFile()), "1.0.5\nfour");
+  EXPECT_EQ(ReadFile(KeyFile().parent_path() / "other"), "1.0.5\nMaple");
 }
 
 }  // namespace

@@ -68,11 +68,17 @@ class Messaging : public testing::Test {
   std::string WaitFor(int32_t command) {
     return std::string(mSocket->WaitForMessage(command, mFrom).Bytes());
   }
-  /// The address that a message to the group goes to; empty when nothing is sent.
+  /// The address that the socket joins, sends to and leaves for the group; empty for an error.
   std::string AddressOf(const Text& group) {
+    mNet.joined = mNet.left = {};
     mNet.sent.clear();
+    mSocket->Register(group);
     mSocket->SendMessageToGroup(group, 1, "");
-    return mNet.sent.empty() ? "" : std::string(FormatIpv4(mNet.sent[0].to).Bytes());
+    mSocket->Unregister(group);
+    if (std::exchange(mSocket->errors, {}) == std::vector<int32_t>{EINVAL, EINVAL}) return "";
+    EXPECT_THAT(mNet.joined, ElementsAre(mNet.sent.at(0).to));
+    EXPECT_EQ(mNet.left, mNet.joined);
+    return std::string(FormatIpv4(mNet.sent[0].to).Bytes());
   }
 
   test::Side mSide;
@@ -236,8 +242,14 @@ TEST_F(Messaging, AWaitEndsWithTheAwaitedMessageAndDropsTheOthers) {
   EXPECT_THAT(Delivered(), ElementsAre("10.0.0.1 7 after", "10.0.0.1 -2 after"));
 }
 
-TEST_F(Messaging, AWaitNeedsABoundSocket) {
+TEST_F(Messaging, AnUnboundSocketDoesNothing) {
   mSocket->Close();
+  mSocket->Register("Quiz Night");
+  mSocket->SendMessageToGroup("Quiz Night", 1, "x");
+  mSocket->SendMessageToIndividual("10.0.0.1", 1, "x");
+  mSocket->Unregister("Quiz Night");
+  EXPECT_EQ(mNet.sent.size() + mNet.joined.size() + mNet.left.size(), 0U);
+  EXPECT_THAT(mSocket->errors, IsEmpty());
   EXPECT_EQ(WaitFor(7), "");
   EXPECT_EQ(mFrom.Bytes(), "untouched");
   mSocket->Bind(5563);

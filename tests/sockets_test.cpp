@@ -47,16 +47,6 @@ class GroupSockets : public Sockets {
   void SetUp() override { SKIP_WITHOUT_PRIVATE_NETWORK(); }
 };
 
-TEST_F(Sockets, DoNothingUntilTheyAreBound) {
-  const auto station = New<Station>();
-  station->Register("Quiz Night");
-  station->SendMessageToGroup("Quiz Night", 1, "x");
-  station->SendMessageToIndividual("127.0.0.1", 1, "x");
-  station->Unregister("Quiz Night");
-  EXPECT_THAT(station->errors, IsEmpty());
-  EXPECT_FALSE(station->IsConnected());
-}
-
 TEST_F(Sockets, ASenderLeavesTheListenersPortAlone) {
   const auto listener = Bound();
   const auto sender = Bound(true);
@@ -104,18 +94,6 @@ TEST_F(GroupSockets, EachHearsItsOwnGroupOnOneSharedPort) {
   EXPECT_THAT(maple_too->heard, ElementsAre("to maple"));
   EXPECT_THAT(quiz->heard, ElementsAre("to quiz"));
   EXPECT_THAT(maple->errors, IsEmpty());
-}
-
-TEST_F(GroupSockets, DottedGroupsAreDecimal) {
-  const auto zeros = Listener("224.001.002.003");
-  const auto eights = Listener("224.008.009.010");
-  const auto sender = Bound(true);
-  sender->SendMessageToGroup("224.1.2.3", 1, "one");
-  sender->SendMessageToGroup("224.8.9.10", 1, "eight");
-  mSide.loop.Settle();
-  EXPECT_THAT(zeros->heard, ElementsAre("one"));
-  EXPECT_THAT(eights->heard, ElementsAre("eight"));
-  EXPECT_THAT(Listener("224...")->errors, ElementsAre(EINVAL));
 }
 
 TEST_F(GroupSockets, LeavingEndsTheHearing) {

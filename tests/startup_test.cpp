@@ -61,11 +61,10 @@ TEST_F(Startup, EachKeyFileHasItsMessagesAndItsWindow) {
         Case{"1\n" + garbage, none, kListening, garbage}}) {
     SCOPED_TRACE(testing::PrintToString(file ? file->substr(0, 60) : "absent"));
     std::filesystem::remove(KeyFile());
-    if (file) KeyFileHolds(*file);
-    Run([&, &window = window, &key = key] {
-      EXPECT_THAT(Titles(), ElementsAre(window));
-      EXPECT_TRUE(mGlobals::sProgID.Bytes() == key);
-    });
+    Start(file);
+    EXPECT_THAT(Titles(), ElementsAre(window));
+    EXPECT_TRUE(mGlobals::sProgID.Bytes() == key);
+    Finish();
     EXPECT_EQ(Messages(), boxes);
     EXPECT_TRUE(!file || ReadFile(KeyFile()) == *file);
   }
@@ -73,16 +72,17 @@ TEST_F(Startup, EachKeyFileHasItsMessagesAndItsWindow) {
 
 TEST_F(Startup, AFolderNamedLikeTheKeyFileIsReportedAndTheProgramGoesOn) {
   std::filesystem::create_directories(KeyFile());
-  Run([&] { EXPECT_THAT(Titles(), IsEmpty()); });
+  Start();
+  EXPECT_THAT(Titles(), IsEmpty());
   EXPECT_THAT(mSide.desktop.errors, ElementsAre(StartsWith("NilObjectException: ")));
   EXPECT_THAT(Messages(), ElementsAre(testing::HasSubstr("NilObjectException")));
 }
 
 TEST_F(Startup, AMacThatIsTooOldEndsTheProgramBeforeAnyWindow) {
-  KeyFileHolds("1.0.5\nMaple-Room-7");
+  WriteFile(KeyFile(), "1.0.5\nMaple-Room-7");
   for (const auto& [version, listens] :
        {std::pair(0x103F, false), std::pair(0x1040, true), std::pair(0x1500, true)}) {
-    mSide.desktop.gestalt["sysv"] = version;
+    mSide.desktop.system_version = version;
     EXPECT_EQ(RunQuorvel(mSide), 0);
     EXPECT_EQ(mSide.sockets.joined.size(), listens ? 1U : 0U);
     EXPECT_EQ(Messages().empty(), listens);
@@ -91,84 +91,76 @@ TEST_F(Startup, AMacThatIsTooOldEndsTheProgramBeforeAnyWindow) {
 }
 
 TEST_F(Startup, TheMainWindowIsShownThenListensAndLeavesWhenItCloses) {
-  KeyFileHolds("1.0.5\nMaple-Room-7");
   int shown = 0;
   mSide.sockets.opens = [&] {
     shown = mSide.windows.Find("Quorvel v1.0.5 -  Ready...")->refreshes;
   };
-  Run([&] {
-    EXPECT_EQ(shown, 1);
-    EXPECT_EQ(mGlobals::sTheFont.Bytes(), "Geneva\r");
-    EXPECT_EQ(mGlobals::iTheFontSize, 12);
-    EXPECT_EQ(mSide.sockets.hops, 255);
-    EXPECT_TRUE(mSide.sockets.loop);
-    EXPECT_THAT(mSide.sockets.left, IsEmpty());
-    mHands.PressCloseButton(kListening);
-    EXPECT_TRUE(mSide.loop.Stopped());
-    EXPECT_THAT(mSide.sockets.joined, ElementsAre(kMapleRoom7));
-    EXPECT_THAT(mSide.sockets.left, ElementsAre(kMapleRoom7));
-    // A late message opens no new window.
-    mSide.sockets.arriving.emplace_back(1, std::string("\0\0\0\x9\0\0\0\0x", 9));
-    mGlobals::EasyUDPSocket1->Poll();
-    EXPECT_THAT(Titles(), IsEmpty());
-  });
+  Start("1.0.5\nMaple-Room-7");
+  EXPECT_EQ(shown, 1);
+  EXPECT_EQ(mGlobals::sTheFont.Bytes(), "Geneva\r");
+  EXPECT_EQ(mGlobals::iTheFontSize, 12);
+  EXPECT_EQ(mSide.sockets.hops, 255);
+  EXPECT_TRUE(mSide.sockets.loop);
+  EXPECT_THAT(mSide.sockets.left, IsEmpty());
+  mHands.PressCloseButton(kListening);
+  EXPECT_TRUE(mSide.loop.Stopped());
+  EXPECT_THAT(mSide.sockets.joined, ElementsAre(kMapleRoom7));
+  EXPECT_THAT(mSide.sockets.left, ElementsAre(kMapleRoom7));
+  // A late message opens no new window.
+  mSide.sockets.arriving.emplace_back(1, std::string("\0\0\0\x9\0\0\0\0x", 9));
+  mGlobals::EasyUDPSocket1->Poll();
+  EXPECT_THAT(Titles(), IsEmpty());
+  Finish();
   EXPECT_THAT(mSide.sockets.open, IsEmpty());
   EXPECT_THAT(mSide.desktop.errors, IsEmpty());
 }
 
 TEST_F(Startup, EndingWithoutASocketIsReportedOnce) {
-  Run([&] { mHands.PressCloseButton(kGettingStarted); });
+  Start();
+  mHands.PressCloseButton(kGettingStarted);
   EXPECT_TRUE(mSide.loop.Stopped());
   EXPECT_THAT(mSide.desktop.errors, ElementsAre(StartsWith("NilObjectException: ")));
   EXPECT_THAT(Messages(), IsEmpty());
 }
 
 TEST_F(Startup, WithAShortKeyTheProgramGoesOnWithoutAWindowUntilQuit) {
-  KeyFileHolds("1.0.5\nfour");
-  Run([&] {
-    mHands.PressCloseButton(kGettingStarted);
-    EXPECT_THAT(Titles(), IsEmpty());
-    EXPECT_FALSE(mSide.loop.Stopped());
-    mHands.Choose("HelpKeyInformation");
-    EXPECT_THAT(Titles(), ElementsAre(""));
-    mHands.Choose("FileQuit");
-    EXPECT_TRUE(mSide.loop.Stopped());
-  });
+  Start("1.0.5\nfour");
+  mHands.PressCloseButton(kGettingStarted);
+  EXPECT_THAT(Titles(), IsEmpty());
+  EXPECT_FALSE(mSide.loop.Stopped());
+  mHands.Choose("HelpKeyInformation");
+  EXPECT_THAT(Titles(), ElementsAre(""));
+  mHands.Choose("FileQuit");
+  EXPECT_TRUE(mSide.loop.Stopped());
 }
 
 TEST_F(Startup, ANetworkThatDoesNotWorkIsTheSocketsBusinessAlone) {
-  KeyFileHolds("1.0.5\nMaple-Room-7");
   mSide.faults.Arrange("Bind", 1, EACCES);
-  Run([&] {
-    EXPECT_THAT(Titles(), ElementsAre(kListening));
-    EXPECT_THAT(mSide.sockets.open, IsEmpty());
-  });
+  Start("1.0.5\nMaple-Room-7");
+  EXPECT_THAT(Titles(), ElementsAre(kListening));
+  EXPECT_THAT(mSide.sockets.open, IsEmpty());
   EXPECT_THAT(Messages(), IsEmpty());
 }
 
 TEST_F(Startup, InTestModeTheTimerSendsAMessageEachSecond) {
-  KeyFileHolds("1.0.5\nMaple-Room-7");
-  Run([&] {
-    mGlobals::bTest = true;
-    mSide.loop.Advance(999ms);
-    EXPECT_THAT(mSide.sockets.sent, IsEmpty());
-    mSide.loop.Advance(1001ms);
-    ASSERT_EQ(mSide.sockets.sent.size(), 2U);
-    EXPECT_EQ(mSide.sockets.sent[1].to, kMapleRoom7);
-    EXPECT_EQ(mSide.sockets.sent[1].bytes,
-              std::string("\0\0\0\x16\0\0\x1\xFE", 8) + "message sent 1");
-  });
+  Start("1.0.5\nMaple-Room-7");
+  mGlobals::bTest = true;
+  mSide.loop.Advance(999ms);
+  EXPECT_THAT(mSide.sockets.sent, IsEmpty());
+  mSide.loop.Advance(1001ms);
+  ASSERT_EQ(mSide.sockets.sent.size(), 2U);
+  EXPECT_EQ(mSide.sockets.sent[1].to, kMapleRoom7);
+  EXPECT_EQ(mSide.sockets.sent[1].bytes,
+            std::string("\0\0\0\x16\0\0\x1\xFE", 8) + "message sent 1");
 }
 
 TEST_F(Startup, TheLogFollowsTheWindowDuringADragAndAtItsEnd) {
-  KeyFileHolds("1.0.5\nMaple-Room-7");
-  Run([&] {
-    auto& window = *mSide.windows.Find(kListening)->listener;
-    window.OnResized(300, 200, true);
-    EXPECT_EQ(LogSize(), std::pair(280, 180));
-    window.OnResized(310, 210, false);
-    EXPECT_EQ(LogSize(), std::pair(290, 190));
-  });
+  Start("1.0.5\nMaple-Room-7");
+  auto& window = *mSide.windows.Find(kListening)->listener;
+  window.OnResized(300, 200, true);
+  EXPECT_EQ(LogSize(), std::pair(280, 180));
+  window.OnResized(310, 210, false);
+  EXPECT_EQ(LogSize(), std::pair(290, 190));
 }
 
 }  // namespace

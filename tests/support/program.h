@@ -3,11 +3,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "app/entry.h"
+#include "platform/runtime/runtime.h"
 #include "support/headless_hands.h"
 #include "support/temporary_folder.h"
 
@@ -20,16 +21,21 @@ class Program : public testing::Test {
   static constexpr const char* kGettingStarted = "Getting Started";
 
   Program() { mSide.desktop.documents = mFolder.Path(); }
+  ~Program() override {
+    if (HasNative()) Finish();
+  }
 
   [[nodiscard]] std::filesystem::path KeyFile() const {
     return mFolder.Path() / "Quorvel" / "QuorvelKeyFile";
   }
-  void KeyFileHolds(const std::string& bytes) const { WriteFile(KeyFile(), bytes); }
-  /// Runs the program through; `body` happens once it has started, then it ends by itself.
-  int Run(const std::function<void()>& body) {
-    mSide.loop.Post(body);
-    return RunQuorvel(mSide);
+  /// Starts the program, with these bytes in the key file if given, and stops where the program
+  /// waits for an event.
+  void Start(const std::optional<std::string>& key_file = {}) {
+    if (key_file) WriteFile(KeyFile(), *key_file);
+    _Start(mSide);
+    _RuntimeRun();
   }
+  void Finish() { static_cast<void>(_Finish()); }
   std::vector<std::string> Titles() {
     std::vector<std::string> titles;
     for (const auto& window : mSide.windows.open) titles.push_back(window->state.Title);
