@@ -11,13 +11,6 @@ namespace {
 
 constexpr int32_t kDoesNotFit = 2147483647;
 
-MemoryBlock BlockOf(const std::string& bytes) {
-  MemoryBlock block(static_cast<int32_t>(bytes.size()));
-  block.LittleEndian(false);
-  block.StringValue(0, block.Size(), Text::FromBytes(bytes));
-  return block;
-}
-
 std::string All(const MemoryBlock& block) {
   return std::string(block.StringValue(0, block.Size()).Bytes());
 }
@@ -33,24 +26,19 @@ TEST(MemoryBlock, IntegersInBothByteOrders) {
   EXPECT_EQ(block.Long(0), 0x0A000000);
 }
 
-TEST(MemoryBlock, ReadsThatDoNotFit) {
-  const MemoryBlock block = BlockOf("abcdef");
-  EXPECT_EQ(block.Long(3), kDoesNotFit);
-  EXPECT_EQ(block.Long(-1), kDoesNotFit);
-  EXPECT_EQ(block.Long(kDoesNotFit), kDoesNotFit);
+TEST(MemoryBlock, ReadsPastTheEndAreShortAndWritesAreRefused) {
+  MemoryBlock block(6);
+  block.StringValue(0, 6, "abcdef");
+  for (const int32_t offset : {3, -1, kDoesNotFit}) EXPECT_EQ(block.Long(offset), kDoesNotFit);
   EXPECT_EQ(block.StringValue(4, 9).Bytes(), "ef");
   EXPECT_EQ(block.StringValue(6, 1).Bytes(), "");
   EXPECT_EQ(block.StringValue(8, -8).Bytes(), "");
   EXPECT_EQ(block.StringValue(2, kDoesNotFit).Bytes(), "cdef");
-}
-
-TEST(MemoryBlock, WritesThatDoNotFitChangeNothing) {
-  MemoryBlock block = BlockOf("abcdef");
   EXPECT_THROW(block.Long(3, 1), OutOfBoundsException);
   EXPECT_THROW(block.StringValue(5, 2, "xy"), OutOfBoundsException);
   EXPECT_THROW(block.StringValue(-1, 1, "x"), OutOfBoundsException);
-  EXPECT_THROW(MemoryBlock(-1), OutOfBoundsException);
   EXPECT_EQ(All(block), "abcdef");
+  EXPECT_THROW(MemoryBlock(-1), OutOfBoundsException);
 }
 
 TEST(MemoryBlock, SharesATextUntilOneSideWrites) {

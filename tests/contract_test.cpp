@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <map>
 #include <string>
 #include <utility>
 #include <vector>
@@ -23,11 +25,16 @@ using testing::IsEmpty;
 
 using Events = std::vector<std::string>;
 Events gEvents;
+/// What a test wants done when an event happens.
+std::map<std::string, std::function<void()>> gThen;
 
-void Happens(const std::string& event) { gEvents.push_back(event); }
+void Happens(const std::string& event) {
+  gEvents.push_back(event);
+  if (const auto then = gThen[event]) then();
+}
 Events Happened() { return std::exchange(gEvents, {}); }
 
-/// A window that tells what happens to it, and does what a test wants done in its hooks.
+/// A window that tells what happens to it.
 class Probe : public Window {
  public:
   static constexpr const char* kClassName = "Probe.Probe";
@@ -39,36 +46,16 @@ class Probe : public Window {
   }
 
   void Event_Open() override { Happens("open"); }
-  void Event_Close() override {
-    Happens("close");
-    if (on_close) on_close();
+  void Event_Close() override { Happens("close"); }
+  bool Event_CancelClose(bool application_quits) override {
+    Happens(application_quits ? "quits" : "asked");
+    return stays_open;
   }
-  bool Event_CancelClose(bool) override { return stays_open; }
   void Event_EnableMenuItems() override { MenuBar()->_Lookup("Hooked")->Enabled(true); }
+  void Event_Resizing() override { Happens("resizing"); }
   void Event_Resized() override { Happens("resized"); }
-  void button_Action() {
-    Happens("button");
-    if (on_button) on_button();
-  }
-  bool link_MouseDown(int32_t x, int32_t y) {
-    Happens("down " + std::to_string(x) + "," + std::to_string(y));
-    return true;
-  }
-  void link_MouseUp(int32_t x, int32_t y) {
-    Happens("up " + std::to_string(x) + "," + std::to_string(y));
-  }
-  void link_MouseEnter() {
-    Happens("enter");
-    Get<StaticText>("link")->MouseCursor(System()->Cursors()->FingerPointer());
-  }
-  void link_MouseExit() {
-    Happens("exit");
-    Get<StaticText>("link")->MouseCursor(System()->Cursors()->StandardPointer());
-  }
 
   bool stays_open = false;
-  std::function<void()> on_close;
-  std::function<void()> on_button;
 
  protected:
   void Layout() override {
@@ -88,26 +75,24 @@ class Probe : public Window {
                                          {"Width", 100},   {"Height", 20}, {"Text", "link"}};
     CreateControl<EditField>("field", kField);
     CreateControl<EditField>("line", kLine);
-    CreateControl<PushButton>("button", kButton);
-    CreateControl<StaticText>("link", kLink);
-    Install("button", "Action", &Probe::button_Action);
-    Install("link", "MouseEnter", &Probe::link_MouseEnter);
-    Install("link", "MouseExit", &Probe::link_MouseExit);
-    Install("link", "MouseDown", &Probe::link_MouseDown);
-    Install("link", "MouseUp", &Probe::link_MouseUp);
+    CreateControl<PushButton>("button", kButton)->_Install("Action", Telling("button"));
+    const auto link = CreateControl<StaticText>("link", kLink);
+    for (const char* const event : {"MouseEnter", "MouseExit", "MouseDown", "MouseUp"}) {
+      link->_Install(event, Telling(event));
+    }
   }
   void AddMenuHandlers() override {
-    _AddMenuHandler("Routed", [] {
-      Happens("window's");
-      return false;
-    });
+    Happens("menus");
+    _AddMenuHandler("Routed", [] { return Happens("window's"), false; });
   }
 
  private:
-  template <class Method>
-  void Install(const char* control, const char* event, Method method) {
-    _InstallInstanceEventHandler(RuntimeWindowControlByName(*this, control), event,
-                                 RuntimeSwapSelfAndMe(*this, method));
+  static InstanceEventHandler Telling(const std::string& event) {
+    return [=](int32_t x, int32_t y) {
+      const bool with_point = event == "MouseDown" || event == "MouseUp";
+      Happens(with_point ? event + " " + std::to_string(x) + "," + std::to_string(y) : event);
+      return true;
+    };
   }
 };
 
@@ -116,59 +101,58 @@ class Bare : public Window {
  public:
   static constexpr const char* kClassName = "Bare.Bare";
   [[nodiscard]] Text _ClassName() const override { return kClassName; }
-
- protected:
-  void Layout() override {
-    MenuBar(_TheApplication()->MenuBar());
-    static constexpr Property kTable[] = {{"Title", "Bare"}};
-    _SetProperties(*this, kTable);
-  }
+  void Layout() override { Title("Bare"); }
 };
 
 class ProbeApp : public Application {
  public:
-  void Event_Close() override {
-    Happens("application's close");
-    if (on_close) on_close();
-  }
-  std::function<void()> on_close;
+  void Event_Close() override { Happens("application's close"); }
 };
 
-Ref<MenuItem> Item(const Ref<MenuItem>& item, const char* name) {
+template <class Kind>
+void AppendItem(MenuItem& menu, const char* name) {
+  const auto item = New<Kind>();
   item->Name(name);
   item->Text(name);
-  return item;
+  menu.Append(item);
 }
 
 class Contract : public testing::Test {
  protected:
   Contract() {
-    RuntimeInit(mHands->Side());
-    _RuntimeRegisterAppObject(mApp);
+    Start();
     const auto bar = New<MenuBar>();
-    bar->Append(Item(New<MenuItem>(), "Menu"));
+    AppendItem<MenuItem>(*bar, "Menu");
+    auto& menu = *bar->Child("Menu");
     for (const char* const name : {"Hooked", "Routed", "Everywhere", "Nobodys"}) {
-      bar->Child("Menu")->Append(Item(New<MenuItem>(), name));
+      AppendItem<MenuItem>(menu, name);
     }
-    bar->Child("Menu")->Append(Item(New<QuitMenuItem>(), "Leave"));
+    AppendItem<QuitMenuItem>(menu, "Leave");
     mApp->MenuBar(bar);
-    mApp->_AddMenuHandler("Everywhere", [] {
-      Happens("application's");
-      return false;
-    });
+    mApp->_AddMenuHandler("Everywhere", [] { return Happens("application's"), false; });
   }
   ~Contract() override {
+    gThen.clear();
     for (const auto& window : _WindowSupport::Windows()) window->Close();
     static_cast<void>(RuntimeExit());
     gEvents.clear();
   }
 
+  void Start() {
+    RuntimeInit(mHands->Side());
+    _RuntimeRegisterAppObject(mApp);
+  }
   /// Runs the event loop with `body` as its one event; ends by itself.
   void Running(const std::function<void()>& body) {
     mHands->Post([=, this] {
       body();
       mHands->Post([this] { mHands->Side().Loop().Stop(); });
     });
+    _RuntimeRun();
+  }
+  /// Runs the event loop with `handler` as an event that leads to a quit.
+  void RunsUntilQuit(const std::function<void()>& handler) {
+    mHands->Post([=] { Dispatch(handler); });
     _RuntimeRun();
   }
   static Ref<Probe> OpenProbe() {
@@ -182,8 +166,8 @@ class Contract : public testing::Test {
 };
 
 TEST_F(Contract, AnAccessorFindsTheOpenWindowOrMakesAFreshOne) {
+  gThen["open"] = [] { EXPECT_TRUE(_GetImplicitWindow(Probe::kClassName)); };
   const auto first = ImplicitWindow<Probe>();
-  EXPECT_TRUE(mHands->IsOpen("Probe"));
   EXPECT_EQ(mHands->ContentSize("Probe"), std::pair(400, 300));
   first->Title("Changed");
   EXPECT_EQ(ImplicitWindow<Probe>(), first);
@@ -193,7 +177,7 @@ TEST_F(Contract, AnAccessorFindsTheOpenWindowOrMakesAFreshOne) {
   const auto second = ImplicitWindow<Probe>();
   EXPECT_FALSE(second == first);
   EXPECT_EQ(second->Title().Bytes(), "Probe");
-  EXPECT_THAT(Happened(), ElementsAre("open", "close", "open"));
+  EXPECT_THAT(Happened(), ElementsAre("menus", "open", "asked", "close", "menus", "open"));
 }
 
 TEST_F(Contract, AWindowMayRefuseToClose) {
@@ -201,16 +185,17 @@ TEST_F(Contract, AWindowMayRefuseToClose) {
   probe->stays_open = true;
   mHands->PressCloseButton("Probe");
   EXPECT_TRUE(mHands->IsOpen("Probe"));
-  EXPECT_TRUE(RuntimeWindowControlByName(*probe, "field"));
+  EXPECT_TRUE(probe->Get<EditField>("field"));
   probe->stays_open = false;
   mHands->PressCloseButton("Probe");
   EXPECT_FALSE(mHands->IsOpen("Probe"));
   EXPECT_FALSE(RuntimeWindowControlByName(*probe, "field"));
-  EXPECT_THAT(Happened(), ElementsAre("close"));
+  EXPECT_THAT(Happened(), ElementsAre("asked", "asked", "close"));
 }
 
 TEST_F(Contract, AHookThatRaisesDoesNotStopAClose) {
-  OpenProbe()->on_close = [] { throw RuntimeException("in close"); };
+  OpenProbe();
+  gThen["close"] = [] { throw RuntimeException("in close"); };
   Running([&] { mHands->PressCloseButton("Probe"); });
   EXPECT_FALSE(mHands->IsOpen("Probe"));
   EXPECT_FALSE(_GetImplicitWindow(Probe::kClassName));
@@ -218,67 +203,51 @@ TEST_F(Contract, AHookThatRaisesDoesNotStopAClose) {
 }
 
 TEST_F(Contract, QuitUnwindsThenClosesTheWindowsAndTheApplicationOnce) {
-  const auto probe = OpenProbe();
-  probe->on_close = [] { Quit(0); };
-  mHands->Post([&] { mHands->PressCloseButton("Probe"); });
-  _RuntimeRun();
-  EXPECT_FALSE(mHands->IsOpen("Probe"));
-  EXPECT_THAT(Happened(), ElementsAre("close", "application's close"));
-
-  RuntimeInit(mHands->Side());
-  _RuntimeRegisterAppObject(mApp);
-  const auto again = OpenProbe();
-  const auto bare = ImplicitWindow<Bare>();
-  again->on_close = [] { throw RuntimeException("in the quit"); };
-  mHands->Post([] {
-    Dispatch([] {
-      Quit(0);
-      Happens("behind the quit");
-    });
+  OpenProbe();
+  ImplicitWindow<Bare>();
+  gThen["close"] = [] { throw RuntimeException("in the quit"); };
+  RunsUntilQuit([] {
+    Quit(0);
+    Happens("behind the quit");
   });
-  _RuntimeRun();
   EXPECT_FALSE(mHands->IsOpen("Probe"));
   EXPECT_FALSE(mHands->IsOpen("Bare"));
-  EXPECT_THAT(Happened(), ElementsAre("close", "application's close"));
+  EXPECT_THAT(Happened(), ElementsAre("quits", "close", "application's close"));
   EXPECT_THAT(mHands->Messages(), IsEmpty());
 }
 
-TEST_F(Contract, AQuitInsideANestedLoopUnwindsTheOuterHandlerToo) {
-  OpenProbe()->on_close = [] { Quit(0); };
-  mHands->Post([&] {
-    Dispatch([&] {
-      mHands->Post([&] { mHands->PressCloseButton("Probe"); });
-      for (int i = 0; i < 100; ++i) mApp->DoEvents(-1);
-      Happens("behind the events");
+TEST_F(Contract, AQuitUnwindsEachHandlerAroundIt) {
+  const auto close = [&] { mHands->PressCloseButton("Probe"); };
+  const std::function<void()> handlers[] = {[&] {
+                                              mHands->Post(close);
+                                              for (int i = 0; i < 100; ++i) mApp->DoEvents(-1);
+                                            },
+                                            [&] {
+                                              mHands->WhileNextMessageIsUp(close);
+                                              MsgBox("up");
+                                            }};
+  gThen["close"] = [] { Quit(0); };
+  for (const auto& handler : handlers) {
+    Start();
+    OpenProbe();
+    RunsUntilQuit([&] {
+      handler();
+      Happens("behind the quit");
     });
-  });
-  _RuntimeRun();
-  EXPECT_THAT(Happened(), ElementsAre("close", "application's close"));
-}
-
-TEST_F(Contract, AQuitWhileAMessageIsUpEndsTheMessageToo) {
-  OpenProbe()->on_close = [] { Quit(0); };
-  mHands->WhileNextMessageIsUp([&] { mHands->PressCloseButton("Probe"); });
-  mHands->Post([] {
-    Dispatch([] {
-      MsgBox("up");
-      Happens("behind the message");
-    });
-  });
-  _RuntimeRun();
-  EXPECT_THAT(Happened(), ElementsAre("close", "application's close"));
+    EXPECT_THAT(Happened(), ElementsAre("asked", "close", "application's close"));
+  }
 }
 
 TEST_F(Contract, EachKindOfUnhandledExceptionIsShownOnceAndTheLoopGoesOn) {
-  const auto probe = OpenProbe();
+  OpenProbe();
   Running([&] {
     for (int i = 0; i < 2; ++i) {
-      probe->on_button = [] { throw RuntimeException("one"); };
+      gThen["button"] = [] { throw RuntimeException("one"); };
       mHands->PressButton("button");
-      probe->on_button = [] { static_cast<void>(*Ref<Probe>()); };
+      gThen["button"] = [] { static_cast<void>(*Ref<Probe>()); };
       mHands->PressButton("button");
     }
-    probe->on_button = [] { throw std::runtime_error("of the library"); };
+    gThen["button"] = [] { throw std::runtime_error("of the library"); };
     mHands->PressButton("button");
   });
   EXPECT_THAT(mHands->Messages(), ElementsAre(testing::HasSubstr("RuntimeException: one"),
@@ -288,9 +257,8 @@ TEST_F(Contract, EachKindOfUnhandledExceptionIsShownOnceAndTheLoopGoesOn) {
 }
 
 TEST_F(Contract, ThingsMayGoInsideTheirOwnHandlers) {
-  auto probe = OpenProbe();
-  probe->on_button = [] { ImplicitWindow<Probe>()->Close(); };
-  probe = Nil;
+  OpenProbe();
+  gThen["button"] = [] { ImplicitWindow<Probe>()->Close(); };
   mHands->PressButton("button");
   EXPECT_FALSE(mHands->IsOpen("Probe"));
 
@@ -321,8 +289,9 @@ TEST_F(Contract, MenusFollowTheFrontWindow) {
   EXPECT_THAT(Happened(), IsEmpty());
 }
 
-TEST_F(Contract, AFieldGivesBackWhatItWasGiven) {
-  const auto field = OpenProbe()->Get<EditField>("field");
+TEST_F(Contract, AFieldGivesBackWhatItWasGivenOrTyped) {
+  const auto probe = OpenProbe();
+  const auto field = probe->Get<EditField>("field");
   const std::string odd("a\0b\r\n\xC3\xA9 \xE9 \xE2\x82", 12);
   field->Text(Text::FromBytes(odd));
   EXPECT_EQ(field->Text().Bytes(), odd);
@@ -337,10 +306,8 @@ TEST_F(Contract, AFieldGivesBackWhatItWasGiven) {
   EXPECT_EQ(mHands->ShownText("field"), lines);
   field->Text("something else");
   EXPECT_EQ(mHands->ShownText("field"), "something else");
-}
 
-TEST_F(Contract, WhatIsTypedReachesTheField) {
-  const auto line = OpenProbe()->Get<EditField>("line");
+  const auto line = probe->Get<EditField>("line");
   mHands->Type("line", "Maple");
   EXPECT_EQ(line->Text().Bytes(), "Maple");
   line->Text("");
@@ -350,23 +317,19 @@ TEST_F(Contract, WhatIsTypedReachesTheField) {
 TEST_F(Contract, AUsersResizeIsTold) {
   const auto probe = OpenProbe();
   mHands->Resize("Probe", 500, 350);
-  EXPECT_TRUE(
-      mHands->WaitUntil([] { return testing::Value(gEvents, testing::Contains("resized")); }));
-  EXPECT_EQ(probe->Width(), 500);
-  EXPECT_EQ(probe->Height(), 350);
+  EXPECT_TRUE(mHands->WaitUntil([] { return gEvents == Events{"resizing", "resized"}; }));
+  EXPECT_EQ(std::pair(probe->Width(), probe->Height()), std::pair(500, 350));
 }
 
 TEST_F(Contract, TheMouseEntersAndLeavesAtTheEdges) {
   OpenProbe();
   mHands->MoveMouse("Probe", 19, 15);
   mHands->MoveMouse("Probe", 20, 10);
-  EXPECT_TRUE(mHands->HasFingerCursor("link"));
   mHands->MoveMouse("Probe", 120, 30);
-  EXPECT_THAT(Happened(), ElementsAre("enter"));
+  EXPECT_THAT(Happened(), ElementsAre("MouseEnter"));
   mHands->MoveMouse("Probe", 121, 30);
   mHands->MoveMouse("Probe", 120, 31);
-  EXPECT_THAT(Happened(), ElementsAre("exit"));
-  EXPECT_FALSE(mHands->HasFingerCursor("link"));
+  EXPECT_THAT(Happened(), ElementsAre("MouseExit"));
 }
 
 TEST_F(Contract, AClaimedClickEndsWhereItBegan) {
@@ -375,7 +338,7 @@ TEST_F(Contract, AClaimedClickEndsWhereItBegan) {
   mHands->ReleaseMouse("Probe", 200, 200);
   mHands->PressMouse("Probe", 200, 20);
   mHands->ReleaseMouse("Probe", 25, 12);
-  EXPECT_THAT(Happened(), testing::IsSupersetOf({"down 5,2", "up 180,190"}));
+  EXPECT_THAT(Happened(), testing::IsSupersetOf({"MouseDown 5,2", "MouseUp 180,190"}));
   EXPECT_THAT(Happened(), IsEmpty());
 }
 

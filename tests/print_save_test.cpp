@@ -1,9 +1,10 @@
 // The commands Print and Save, over the log window.
 
-#include <gmock/gmock.h>
-
+#include <cerrno>
 #include <chrono>
 #include <ctime>
+#include <iomanip>
+#include <sstream>
 
 #include "log/main_window.h"
 #include "support/program.h"
@@ -18,19 +19,17 @@ using testing::SizeIs;
 class PrintAndSave : public Program {
  protected:
   PrintAndSave() {
-    KeyFileHolds("1.0.5\nMaple");
-    std::tm minute_past_midnight{};
-    minute_past_midnight.tm_year = 108;
-    minute_past_midnight.tm_mday = 1;
-    minute_past_midnight.tm_min = 1;
-    minute_past_midnight.tm_isdst = -1;
-    mSide.desktop.now = std::chrono::system_clock::from_time_t(std::mktime(&minute_past_midnight));
+    std::tm five_past_nine{};
+    std::istringstream("2008-3-7 9:05") >> std::get_time(&five_past_nine, "%Y-%m-%d %H:%M");
+    five_past_nine.tm_isdst = -1;
+    mSide.desktop.now = std::chrono::system_clock::from_time_t(std::mktime(&five_past_nine));
+    Start("1.0.5\nMaple");
   }
 
   static void LogHolds(const std::string& bytes) { wMain()->efLog()->Text(Text::FromBytes(bytes)); }
   void SaveAs(const std::filesystem::path& path) {
     mSide.dialogs.save_answers.emplace_back(path);
-    Choose("FileSave");
+    mHands.Choose("FileSave");
   }
   /// The last print, of a log of `lines` lines on paper for 10 lines of 10 characters.
   test::Print& Printed(int lines, test::PrintAnswer answer) {
@@ -40,101 +39,87 @@ class PrintAndSave : public Program {
     answer.width = 2 * 65 + 60;
     answer.height = 2 * 65 + 120;
     mSide.dialogs.print_answer = answer;
-    Choose("FilePrint");
+    mHands.Choose("FilePrint");
     return mSide.dialogs.print;
   }
 };
 
 TEST_F(PrintAndSave, AnEmptyLogAsksNothing) {
-  Run([&] {
-    Choose("FileSave");
-    Choose("FilePrint");
-    EXPECT_THAT(Messages(), ElementsAre("There is nothing to save.", "There is nothing to print."));
-    EXPECT_THAT(mSide.dialogs.save_questions, IsEmpty());
-    EXPECT_EQ(mSide.dialogs.page_setups, 0);
-  });
+  mHands.Choose("FileSave");
+  mHands.Choose("FilePrint");
+  EXPECT_THAT(Messages(), ElementsAre("There is nothing to save.", "There is nothing to print."));
+  EXPECT_THAT(mSide.dialogs.save_questions, IsEmpty());
+  EXPECT_EQ(mSide.dialogs.page_setups, 0);
 }
 
 TEST_F(PrintAndSave, TheReportIsNamedAfterTheMinuteAndHoldsValidUtf8) {
-  Run([&] {
-    LogHolds("caf\xC3\xA9 \xE9\r\n" + std::string("\0end\n", 5));
-    SaveAs(mFolder.Path() / "report.txt");
-    EXPECT_EQ(mSide.dialogs.save_questions.front().default_name, "Quorvel Report 1-1-2008 0-1.txt");
-    EXPECT_EQ(ReadFile(mFolder.Path() / "report.txt"),
-              "caf\xC3\xA9 \xC3\xA9\r\n" + std::string("\0end\n", 5));
-  });
+  LogHolds("caf\xC3\xA9 \xE9\r\n" + std::string("\0end\n", 5));
+  SaveAs(mFolder.Path() / "report.txt");
+  EXPECT_EQ(mSide.dialogs.save_questions.front().default_name, "Quorvel Report 3-7-2008 9-5.txt");
+  EXPECT_EQ(ReadFile(mFolder.Path() / "report.txt"),
+            "caf\xC3\xA9 \xC3\xA9\r\n" + std::string("\0end\n", 5));
+  EXPECT_EQ(mSide.files.finder_info[mFolder.Path() / "report.txt"], "textQVL7");
 }
 
 TEST_F(PrintAndSave, NamesGetTheExtensionOnce) {
-  struct Case {
-    const char* typed;
-    const char* saved;
-  };
-  Run([&] {
-    LogHolds("text");
-    for (const auto& [typed, saved] :
-         {Case{"report.TXT", "report.TXT"}, Case{"a", "a.txt"}, Case{"My log", "My log.txt"},
-          Case{".txt", ".txt"}, Case{"log.text", "log.text.txt"}}) {
-      SaveAs(mFolder.Path() / typed);
-      EXPECT_EQ(ReadFile(mFolder.Path() / saved), "text") << typed;
-    }
-    // The name is taken: the file keeps the one that the user gave.
-    WriteFile(mFolder.Path() / "taken.txt", "precious");
-    SaveAs(mFolder.Path() / "taken");
-    EXPECT_EQ(ReadFile(mFolder.Path() / "taken.txt"), "precious");
-    EXPECT_EQ(ReadFile(mFolder.Path() / "taken"), "text");
-  });
+  using Case = std::pair<const char*, const char*>;
+  LogHolds("text");
+  for (const auto& [typed, saved] :
+       {Case{"report.TXT", "report.TXT"}, Case{"a", "a.txt"}, Case{"My log", "My log.txt"},
+        Case{".txt", ".txt"}, Case{"log.text", "log.text.txt"}}) {
+    SaveAs(mFolder.Path() / typed);
+    EXPECT_EQ(ReadFile(mFolder.Path() / saved), "text") << typed;
+  }
+  // The name is taken: the file keeps the one that the user gave.
+  WriteFile(mFolder.Path() / "taken.txt", "precious");
+  SaveAs(mFolder.Path() / "taken");
+  EXPECT_EQ(ReadFile(mFolder.Path() / "taken.txt"), "precious");
+  EXPECT_EQ(ReadFile(mFolder.Path() / "taken"), "text");
 }
 
 TEST_F(PrintAndSave, ASaveThatFailsIsSilentAndTheLogStays) {
-  Run([&] {
-    LogHolds("text");
-    Choose("FileSave");
-    SaveAs(mFolder.Path() / "vanished" / "report.txt");
-    SaveAs(mFolder.Path() / std::string(300, 'x'));
-    mSide.sockets.failure = 0;
-    mSide.faults.Arrange("Write", 1, ENOSPC);
-    SaveAs(mFolder.Path() / "full.txt");
-    EXPECT_THAT(Messages(), IsEmpty());
-    EXPECT_THAT(mSide.desktop.errors, IsEmpty());
-    EXPECT_EQ(wMain()->efLog()->Text().Bytes(), "text");
-  });
+  LogHolds("text");
+  mHands.Choose("FileSave");
+  SaveAs(mFolder.Path() / "vanished" / "report.txt");
+  SaveAs(mFolder.Path() / std::string(300, 'x'));
+  mSide.faults.Arrange("Write", 1, ENOSPC);
+  SaveAs(mFolder.Path() / "full.txt");
+  mSide.faults.Arrange("Exists", 2, ENOENT);
+  SaveAs(mFolder.Path() / "gone.txt");
+  EXPECT_EQ(ReadFile(mFolder.Path() / "gone.txt"), "");
+  EXPECT_THAT(Messages(), IsEmpty());
+  EXPECT_THAT(mSide.desktop.errors, IsEmpty());
+  EXPECT_EQ(wMain()->efLog()->Text().Bytes(), "text");
 }
 
 TEST_F(PrintAndSave, SheetsHoldWholeLinesAndAFooter) {
-  Run([&] {
-    const auto& print = Printed(25, {});
-    ASSERT_THAT(print.sheets, SizeIs(3));
-    EXPECT_EQ(print.sheets[1].lines.front(), "line 11");
-    EXPECT_THAT(print.sheets[2].lines, SizeIs(5));
-    EXPECT_THAT(print.sheets[2].strings, ElementsAre("Page: 3 at 65,245 in Geneva 8"));
-    EXPECT_TRUE(print.finished);
-    EXPECT_THAT(Printed(10, {}).sheets, SizeIs(1));
-  });
+  const auto& print = Printed(25, {});
+  ASSERT_THAT(print.sheets, SizeIs(3));
+  EXPECT_EQ(print.sheets[1].lines.front(), "line 11");
+  EXPECT_THAT(print.sheets[2].lines, SizeIs(5));
+  EXPECT_THAT(print.sheets[2].strings, ElementsAre("Page: 3 at 65,245 in Geneva 8"));
+  EXPECT_TRUE(print.finished);
+  EXPECT_THAT(Printed(10, {}).sheets, SizeIs(1));
 }
 
 TEST_F(PrintAndSave, PagesAreNumberedFromTheFirstAskedFor) {
-  Run([&] {
-    const auto& print = Printed(100, {.first_page = 3, .last_page = 5});
-    ASSERT_THAT(print.sheets, SizeIs(3));
-    EXPECT_EQ(print.sheets[0].lines.front(), "line 1");
-    EXPECT_THAT(print.sheets[0].strings, ElementsAre(testing::StartsWith("Page: 3 ")));
-    EXPECT_EQ(print.sheets[2].lines.back(), "line 30");
-  });
+  const auto& print = Printed(100, {.first_page = 3, .last_page = 5});
+  ASSERT_THAT(print.sheets, SizeIs(3));
+  EXPECT_EQ(print.sheets[0].lines.front(), "line 1");
+  EXPECT_THAT(print.sheets[0].strings, ElementsAre(testing::StartsWith("Page: 3 ")));
+  EXPECT_EQ(print.sheets[2].lines.back(), "line 30");
 }
 
 TEST_F(PrintAndSave, ACancelEndsAPrintWhereItIs) {
-  Run([&] {
-    EXPECT_THAT(Printed(100, {.cancel_after = 2}).sheets, SizeIs(2));
-    mSide.dialogs.print = {};
-    mSide.dialogs.accepts_page_setup = false;
-    EXPECT_THAT(Printed(100, {}).sheets, IsEmpty());
-    mSide.dialogs.accepts_page_setup = true;
-    mSide.dialogs.print_answer = std::nullopt;
-    Choose("FilePrint");
-    EXPECT_THAT(mSide.dialogs.print.sheets, IsEmpty());
-    EXPECT_THAT(Messages(), IsEmpty());
-  });
+  EXPECT_THAT(Printed(100, {.cancel_after = 2}).sheets, SizeIs(2));
+  mSide.dialogs.print = {};
+  mSide.dialogs.accepts_page_setup = false;
+  EXPECT_THAT(Printed(100, {}).sheets, IsEmpty());
+  mSide.dialogs.accepts_page_setup = true;
+  mSide.dialogs.print_answer = std::nullopt;
+  mHands.Choose("FilePrint");
+  EXPECT_THAT(mSide.dialogs.print.sheets, IsEmpty());
+  EXPECT_THAT(Messages(), IsEmpty());
 }
 
 }  // namespace

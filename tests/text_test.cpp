@@ -1,5 +1,6 @@
 #include "platform/values/text.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -12,21 +13,17 @@
 namespace quorvel {
 namespace {
 
-std::string Bytes(const Text& text) { return std::string(text.Bytes()); }
+using testing::ElementsAre;
 
-TEST(Text, EarlierValuesStayAsTheyWere) {
-  const Text stem = Text("log") + ": ";
-  const Text first = stem + "one";
-  const Text second = stem + "two";
-  const Text longer = first + " and more";
-  EXPECT_EQ(Bytes(stem), "log: ");
-  EXPECT_EQ(Bytes(first), "log: one");
-  EXPECT_EQ(Bytes(second), "log: two");
-  EXPECT_EQ(Bytes(longer), "log: one and more");
-  EXPECT_EQ(Bytes(longer + longer), "log: one and morelog: one and more");
+std::string Bytes(const Text& text) { return std::string(text.Bytes()); }
+std::vector<std::string> Bytes(const std::vector<Text>& texts) {
+  std::vector<std::string> all;
+  for (const auto& text : texts) all.push_back(Bytes(text));
+  return all;
 }
 
-// Any mixture of joins and cuts gives what plain strings give. QUORVEL_SEED repeats a run.
+// Any mixture of joins and cuts gives what plain strings give, and changes no other text.
+// QUORVEL_SEED repeats a run.
 TEST(Text, JoinsAndCutsLikePlainStrings) {
   const char* const given = std::getenv("QUORVEL_SEED");
   const unsigned seed =
@@ -37,9 +34,7 @@ TEST(Text, JoinsAndCutsLikePlainStrings) {
   std::vector<Text> texts(8);
   std::vector<std::string> strings(8);
   for (int step = 0; step < 20000; ++step) {
-    const size_t to = below(8);
-    const size_t a = below(8);
-    const size_t b = below(8);
+    const size_t to = below(8), a = below(8), b = below(8);
     if (below(3) > 0 && strings[a].size() + strings[b].size() < 20000) {
       texts[to] = texts[a] + texts[b];
       strings[to] = strings[a] + strings[b];
@@ -52,6 +47,7 @@ TEST(Text, JoinsAndCutsLikePlainStrings) {
       strings[to] = cut <= strings[a].size() ? strings[a].substr(cut) : "";
     }
     ASSERT_EQ(Bytes(texts[to]), strings[to]);
+    ASSERT_EQ(Bytes(texts[b]), strings[b]);
   }
 }
 
@@ -64,22 +60,17 @@ TEST(Text, JoiningAtTheEndMovesTheBytesRarely) {
     if (log.Bytes().data() != before) ++moves;
   }
   EXPECT_LT(moves, 40);
-}
-
-TEST(Text, AStreamLeavesBehindWhatItHasDelivered) {
-  const Text delivered = Text::FromBytes(std::string(1 << 20, 'x'));
-  const Text rest = MidB(delivered, LenB(delivered) - 9);
-  const Text more = rest + "y";
-  EXPECT_EQ(Bytes(more), "xxxxxxxxxxy");
-  const char* const start = delivered.Bytes().data();
-  EXPECT_FALSE(more.Bytes().data() >= start && more.Bytes().data() < start + LenB(delivered));
+  // A short rest of a long stream leaves the long buffer behind.
+  const Text rest = MidB(log, LenB(log) - 9);
+  EXPECT_NE((rest + "y").Bytes().data(), rest.Bytes().data());
 }
 
 TEST(Text, ExtendsTellsGrowthFromReplacement) {
   const Text log = Text("one\n") + "two\n";
-  EXPECT_TRUE((log + "three\n").Extends(log));
-  EXPECT_TRUE(log.Extends(log));
-  EXPECT_TRUE(log.Extends(""));
+  for (const Text& start : {log, Text("one\n"), Text()}) {
+    EXPECT_TRUE((log + "three\n").Extends(start));
+    EXPECT_TRUE(log.Extends(start));
+  }
   EXPECT_FALSE(log.Extends(log + "x"));
   EXPECT_FALSE(Text("One\ntwo\nthree").Extends(log));
 }
@@ -90,27 +81,26 @@ TEST(Text, CharactersAreSequencesOrSingleBytes) {
     std::vector<std::string> characters;
     int32_t first_code;
   };
-  const std::vector<Case> cases = {
-      {"", {}, 0},
-      {"ab", {"a", "b"}, 'a'},
-      {"\xC3\xA9t\xC3\xA9", {"\xC3\xA9", "t", "\xC3\xA9"}, 0xE9},
-      {"\xE2\x82\xACx", {"\xE2\x82\xAC", "x"}, 0x20AC},
-      {"\xF0\x9F\x8E\x93", {"\xF0\x9F\x8E\x93"}, 0x1F393},
-      {std::string("a\0b", 3), {"a", std::string(1, '\0'), "b"}, 'a'},
-      {"\xE9t", {"\xE9", "t"}, 0xE9},                                // a byte of another encoding
-      {"\xC3", {"\xC3"}, 0xC3},                                      // cut short
-      {"\xE2\x82", {"\xE2", "\x82"}, 0xE2},                          // cut short
-      {"\xC0\xAF", {"\xC0", "\xAF"}, 0xC0},                          // overlong
-      {"\xED\xA0\x80", {"\xED", "\xA0", "\x80"}, 0xED},              // a surrogate
-      {"\xF4\x90\x80\x80", {"\xF4", "\x90", "\x80", "\x80"}, 0xF4},  // above U+10FFFF
-  };
-  for (const auto& [bytes, characters, first_code] : cases) {
+  for (const auto& [bytes, characters, first_code] : std::vector<Case>{
+           {"", {}, 0},
+           {"ab", {"a", "b"}, 'a'},
+           {"\xC3\xA9t\xC3\xA9", {"\xC3\xA9", "t", "\xC3\xA9"}, 0xE9},
+           {"\xE2\x82\xACx", {"\xE2\x82\xAC", "x"}, 0x20AC},
+           {"\xF0\x9F\x8E\x93", {"\xF0\x9F\x8E\x93"}, 0x1F393},
+           {std::string("a\0b", 3), {"a", std::string(1, '\0'), "b"}, 'a'},
+           {"\xE9t", {"\xE9", "t"}, 0xE9},                                // another encoding
+           {"\xC3", {"\xC3"}, 0xC3},                                      // cut short
+           {"\xE2\x82", {"\xE2", "\x82"}, 0xE2},                          // cut short
+           {"\xC0\xAF", {"\xC0", "\xAF"}, 0xC0},                          // overlong
+           {"\xED\xA0\x80", {"\xED", "\xA0", "\x80"}, 0xED},              // a surrogate
+           {"\xF4\x90\x80\x80", {"\xF4", "\x90", "\x80", "\x80"}, 0xF4},  // above U+10FFFF
+       }) {
     SCOPED_TRACE(testing::PrintToString(bytes));
     const Text text = Text::FromBytes(bytes);
     const auto count = static_cast<int32_t>(characters.size());
     EXPECT_EQ(Len(text), count);
     EXPECT_EQ(Asc(text), first_code);
-    // Backwards and forwards: the place that was last asked for must not show.
+    // Backwards and forwards: the position that was last asked for must not show.
     for (int32_t i = count; i >= 1; --i) {
       EXPECT_EQ(Bytes(Mid(text, i, 1)), characters[static_cast<size_t>(i) - 1]);
       EXPECT_EQ(Bytes(Left(text, i)) + Bytes(Mid(text, i + 1)), bytes);
@@ -119,20 +109,15 @@ TEST(Text, CharactersAreSequencesOrSingleBytes) {
   }
 }
 
-TEST(Text, PlacesOutsideOfTheText) {
-  EXPECT_EQ(Bytes(Mid("abc", 0, 1)), "");
-  EXPECT_EQ(Bytes(Mid("abc", -1, 5)), "");
-  EXPECT_EQ(Bytes(Mid("abc", 4, 1)), "");
-  EXPECT_EQ(Bytes(Mid("abc", 2, 99)), "bc");
-  EXPECT_EQ(Bytes(MidB("abc", 0)), "");
-  EXPECT_EQ(Bytes(MidB("abc", 2)), "bc");
-  EXPECT_EQ(Bytes(MidB("abc", 4)), "");
-  EXPECT_EQ(Bytes(Left("abc", 9)), "abc");
-  EXPECT_EQ(Bytes(Right("ab", 4)), "ab");
-  EXPECT_EQ(Bytes(Right("ab", 0)), "");
+TEST(Text, PositionsOutsideOfTheText) {
+  EXPECT_THAT(Bytes({Mid("abc", 0, 1), Mid("abc", -1, 5), Mid("abc", 4, 1), Mid("abc", 2, 99)}),
+              ElementsAre("", "", "", "bc"));
+  EXPECT_THAT(Bytes({MidB("abc", 0), MidB("abc", 2), MidB("abc", 4)}), ElementsAre("", "bc", ""));
+  EXPECT_THAT(Bytes({Left("abc", 9), Right("ab", 4), Right("ab", 0)}),
+              ElementsAre("abc", "ab", ""));
 }
 
-TEST(Text, ComparesWithoutTheCaseOfAsciiLetters) {
+TEST(Text, FoldsTheCaseOfAsciiLettersAlone) {
   EXPECT_EQ(Text(".TXT"), ".txt");
   EXPECT_NE(Text("\xC3\x89"), "\xC3\xA9");
   EXPECT_EQ(Text(), "");
@@ -142,36 +127,28 @@ TEST(Text, ComparesWithoutTheCaseOfAsciiLetters) {
   EXPECT_EQ(Bytes(Lowercase("QUIZ \xC3\x89 9")), "quiz \xC3\x89 9");
 }
 
-TEST(Text, TrimsBlanksOfAllKindsAtBothEnds) {
-  EXPECT_EQ(Bytes(Trim(" \t\n\v\f\r a b \r\n")), "a b");
-  EXPECT_EQ(Bytes(Trim("     ")), "");
-  EXPECT_EQ(Bytes(Trim("\xC2\xA0x")), "\xC2\xA0x");
-}
-
-TEST(Text, NumbersInText) {
-  EXPECT_EQ(Val("239"), 239);
-  EXPECT_EQ(Val("-12.5x"), -12.5);
-  EXPECT_EQ(Val(""), 0);
-  EXPECT_EQ(Val("x1"), 0);
-  EXPECT_EQ(ToInt32(Val("99999999999999999999")), 2147483647);
-  EXPECT_EQ(ToInt32(Val(Text::FromBytes(std::string(400, '9')))), 2147483647);
-  EXPECT_EQ(ToInt32(-1e300), -2147483647 - 1);
-  EXPECT_EQ(Bytes(Str(7)), "7");
-  EXPECT_EQ(Bytes(Str(-2147483647 - 1)), "-2147483648");
-  EXPECT_TRUE(IsNumeric("7"));
-  EXPECT_FALSE(IsNumeric("."));
-  EXPECT_FALSE(IsNumeric(""));
-  EXPECT_FALSE(IsNumeric("\xD9\xA3"));  // a digit, but none of ours
-}
-
-TEST(Text, ConversionLosesNothing) {
+TEST(Text, TrimsBlanksAndConvertsWithoutLoss) {
+  EXPECT_THAT(Bytes({Trim(" \t\n\v\f\r a b \r\n"), Trim("     "), Trim("\xC2\xA0x")}),
+              ElementsAre("a b", "", "\xC2\xA0x"));
   const auto converted = [](const std::string& bytes) {
     return Bytes(ConvertEncoding(Text::FromBytes(bytes), Encodings::UTF8));
   };
-  EXPECT_EQ(converted("\xC3\xA9"), "\xC3\xA9");
-  EXPECT_EQ(converted("\xE9t\xE9"), "\xC3\xA9t\xC3\xA9");
   EXPECT_EQ(converted("\xC3\xA9\xC3"), "\xC3\xA9\xC3\x83");
+  EXPECT_EQ(converted("\xE9t\xE9"), "\xC3\xA9t\xC3\xA9");
   EXPECT_EQ(converted(std::string("a\0\r\n\x80", 5)), std::string("a\0\r\n\xC2\x80", 6));
+}
+
+TEST(Text, NumbersInText) {
+  constexpr int32_t kMost = 2147483647;
+  EXPECT_THAT((std::vector{Val("239"), Val("-12.5x"), Val(""), Val("x1")}),
+              ElementsAre(239, -12.5, 0, 0));
+  EXPECT_EQ(ToInt32(Val("99999999999999999999")), kMost);
+  EXPECT_EQ(ToInt32(Val(Text::FromBytes(std::string(400, '9')))), kMost);
+  EXPECT_EQ(ToInt32(-1e300), -kMost - 1);
+  EXPECT_THAT(Bytes({Str(7), Str(-kMost - 1)}), ElementsAre("7", "-2147483648"));
+  EXPECT_TRUE(IsNumeric("7"));
+  // The last text is a digit, but none of ASCII.
+  for (const char* const text : {".", "", "\xD9\xA3"}) EXPECT_FALSE(IsNumeric(text)) << text;
 }
 
 }  // namespace

@@ -1,14 +1,15 @@
 #pragma once
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "app/entry.h"
 #include "platform/runtime/runtime.h"
-#include "support/scripted_sockets.h"
+#include "support/headless_hands.h"
 #include "support/temporary_folder.h"
 
 namespace quorvel {
@@ -20,37 +21,31 @@ class Program : public testing::Test {
   static constexpr const char* kGettingStarted = "Getting Started";
 
   Program() { mSide.desktop.documents = mFolder.Path(); }
+  ~Program() override {
+    if (HasNative()) Finish();
+  }
 
   [[nodiscard]] std::filesystem::path KeyFile() const {
     return mFolder.Path() / "Quorvel" / "QuorvelKeyFile";
   }
-  void KeyFileHolds(const std::string& bytes) const { WriteFile(KeyFile(), bytes); }
-  /// Runs the program through; `body` happens once it has started, then it ends by itself.
-  int Run(const std::function<void()>& body) {
-    mSide.loop.Post(body);
-    return RunQuorvel(mSide);
+  /// Starts the program, with these bytes in the key file if given, and stops where the program
+  /// waits for an event.
+  void Start(const std::optional<std::string>& key_file = {}) {
+    if (key_file) WriteFile(KeyFile(), *key_file);
+    _Start(mSide);
+    _RuntimeRun();
   }
+  void Finish() { static_cast<void>(_Finish()); }
   std::vector<std::string> Titles() {
     std::vector<std::string> titles;
     for (const auto& window : mSide.windows.open) titles.push_back(window->state.Title);
     return titles;
   }
-  void CloseWindow(const std::string& title) {
-    mSide.windows.Find(title)->listener->OnCloseRequested();
-  }
-  void Press(const std::string& button) {
-    const auto pressed = mSide.windows.FindControl(button)->pressed;
-    pressed();
-  }
-  void Types(const std::string& field, const std::string& text) {
-    const auto control = mSide.windows.FindControl(field);
-    control->field_listener->OnEdited(text);
-  }
-  void Choose(const std::string& item) { mSide.windows.Choose(item); }
   std::vector<std::string> Messages() { return std::exchange(mSide.dialogs.messages, {}); }
 
   TemporaryFolder mFolder;
-  OfflineSide mSide;
+  HeadlessHands mHands;
+  test::Side& mSide = mHands.side;
 };
 
 }  // namespace quorvel

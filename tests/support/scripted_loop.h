@@ -12,13 +12,29 @@ class ScriptedLoop : public headless::EventLoop {
   ScriptedLoop() : EventLoop([this] { return mNow; }) {}
 
   /// Ends also when no step is left and nothing arrives.
-  void Run() override;
-  void Stop() override;
+  void Run() override {
+    while (!TakeStop() && Deliver(0)) {
+    }
+  }
+  void Stop() override {
+    mStopped = true;
+    EventLoop::Stop();
+  }
 
   /// Moves the clock, and fires the timers that become due, in the order of their times.
-  void Advance(std::chrono::milliseconds time);
-  /// Delivers posted steps and what arrives on descriptors until nothing more comes.
-  void Settle();
+  void Advance(std::chrono::milliseconds time) {
+    const Time until = mNow + time;
+    for (auto due = NextDue(); due && *due <= until; due = NextDue()) {
+      mNow = *due;
+      FireDue();
+    }
+    mNow = until;
+  }
+  /// Delivers posted steps and events of descriptors until nothing more comes.
+  void Settle() {
+    while (Deliver(0)) {
+    }
+  }
   /// Whether the loop was ever stopped.
   [[nodiscard]] bool Stopped() const { return mStopped; }
 

@@ -2,18 +2,21 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
-#include <cerrno>
 #include <deque>
+#include <functional>
+#include <map>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "support/side.h"
+#include "support/faulty_files.h"
 
-namespace quorvel {
+namespace quorvel::test {
 
-/// Sockets with no network: what arrives is scripted, what is sent is kept.
+/// Sockets without a network: a test says what arrives and what fails, and sees what is sent and
+/// what is asked of the system.
 class ScriptedSockets : public SocketCalls {
  public:
   struct Sent {
@@ -22,37 +25,43 @@ class ScriptedSockets : public SocketCalls {
     std::string bytes;
   };
 
+  explicit ScriptedSockets(Faults& faults) : mFaults(faults) {}
+
   // A pipe that nobody writes to has nothing to read.
   int Open(int) override {
+    if (opens) opens();
     std::array<int, 2> ends{};
     if (pipe(ends.data()) != 0) return -1;
-    mSilent = ends[1];
+    open[ends[0]] = ends[1];
     return ends[0];
   }
   void Close(int socket) override {
     close(socket);
-    close(mSilent);
+    close(open.extract(socket).mapped());
   }
-  bool Bind(int, uint16_t) override { return true; }
+  bool Bind(int, uint16_t) override { return !mFaults.Strike("Bind"); }
   bool SharePort(int) override { return true; }
-  bool SetMulticastLoop(int, bool) override { return true; }
-  bool SetMulticastHops(int, int) override { return true; }
+  bool SetMulticastLoop(int, bool on) override { return loop = on, true; }
+  bool SetMulticastHops(int, int count) override { return hops = count, true; }
   bool SetMulticastInterface(int, InterfaceIndex) override { return true; }
-  bool Join(int, Ipv4Address, InterfaceIndex) override { return true; }
-  bool Leave(int, Ipv4Address, InterfaceIndex) override { return true; }
+  bool Join(int, Ipv4Address group, InterfaceIndex) override {
+    joined.push_back(group);
+    return true;
+  }
+  bool Leave(int, Ipv4Address group, InterfaceIndex) override {
+    left.push_back(group);
+    return true;
+  }
   bool Send(int, Ipv4Address to, uint16_t port, std::string_view bytes) override {
     sent.push_back({to, port, std::string(bytes)});
     return true;
   }
   bool Receive(int, ReceiveBatch& batch) override {
     batch.Clear();
-    if (failure != 0) {
-      errno = std::exchange(failure, 0);
-      return false;
-    }
+    if (mFaults.Strike("Receive")) return false;
     for (size_t i = 0; i < ReceiveBatch::kMostDatagrams && !arriving.empty(); ++i) {
       const auto& [from, bytes] = arriving.front();
-      std::copy(bytes.begin(), bytes.end(), batch.Slot(i).begin());
+      std::ranges::copy(bytes, batch.Slot(i).begin());
       batch.Add(from, bytes.size());
       arriving.pop_front();
     }
@@ -61,21 +70,19 @@ class ScriptedSockets : public SocketCalls {
   }
   std::vector<InterfaceIndex> UsableInterfaces() override { return {}; }
 
+  /// Called before each socket is opened.
+  std::function<void()> opens;
   std::deque<std::pair<Ipv4Address, std::string>> arriving;
   std::vector<Sent> sent;
-  /// What the next receive fails with; 0 for nothing.
-  int failure = 0;
+  std::vector<Ipv4Address> joined;
+  std::vector<Ipv4Address> left;
+  bool loop = false;
+  int hops = 0;
+  /// The open sockets.
+  std::map<int, int> open;
 
  private:
-  int mSilent = -1;
+  Faults& mFaults;
 };
 
-/// A headless side without a network.
-class OfflineSide : public test::Side {
- public:
-  SocketCalls& Sockets() override { return sockets; }
-
-  ScriptedSockets sockets;
-};
-
-}  // namespace quorvel
+}  // namespace quorvel::test

@@ -12,21 +12,33 @@
 #include <vector>
 
 #include "native/native.h"
-#include "support/failing_calls.h"
+#include "support/faulty_files.h"
 #include "support/printing.h"
 #include "support/scripted_loop.h"
+#include "support/scripted_sockets.h"
 #include "support/windows.h"
 
 namespace quorvel::test {
 
-/// Answers dialogs from a script and records what was asked.
+/// Answers dialogs from a script and records the questions.
 class Dialogs : public native::Dialogs {
  public:
-  void Message(std::string_view text) override;
-  std::optional<std::filesystem::path> AskSaveFile(const native::SaveQuestion& question) override;
-
-  bool AskPageSetup() override;
-  std::unique_ptr<native::PrintJob> AskPrint() override;
+  void Message(std::string_view text) override {
+    messages.emplace_back(text);
+    Open();
+  }
+  std::optional<std::filesystem::path> AskSaveFile(const native::SaveQuestion& question) override {
+    save_questions.push_back(question);
+    Open();
+    if (save_answers.empty()) return std::nullopt;
+    auto answer = save_answers.front();
+    save_answers.pop_front();
+    return answer;
+  }
+  bool AskPageSetup() override { return ++page_setups > 0 && accepts_page_setup; }
+  std::unique_ptr<native::PrintJob> AskPrint() override {
+    return print_answer ? StartPrint(*print_answer, print) : nullptr;
+  }
 
   std::vector<std::string> messages;
   std::vector<native::SaveQuestion> save_questions;
@@ -39,49 +51,60 @@ class Dialogs : public native::Dialogs {
   Print print;
   /// The answers to come; when there is none, the user cancels.
   std::deque<std::optional<std::filesystem::path>> save_answers;
-  /// Runs while a dialog is open.
+  /// Runs while the next message or save dialog is open.
   std::function<void()> while_open;
+
+ private:
+  void Open() {
+    if (const auto act = std::exchange(while_open, nullptr)) act();
+  }
 };
 
 /// A desktop of settable facts, which records what the program does to it.
 class Desktop : public native::Desktop {
  public:
   std::filesystem::path DocumentsFolder() override { return documents; }
-  std::filesystem::path ResourcesFolder() override { return resources; }
+  std::filesystem::path ResourcesFolder() override { return QUORVEL_RESOURCES; }
   std::chrono::system_clock::time_point Now() override { return now; }
-  std::optional<int32_t> Gestalt(std::string_view selector) override;
+  std::optional<int32_t> Gestalt(std::string_view selector) override {
+    return selector == "sysv" ? system_version : std::nullopt;
+  }
   void OpenUrl(std::string_view url) override { urls.emplace_back(url); }
   void PlaySound(const std::filesystem::path& file) override { sounds.push_back(file); }
   void ReportError(std::string_view line) override { errors.emplace_back(line); }
 
   std::filesystem::path documents;
-  std::filesystem::path resources;
   std::chrono::system_clock::time_point now;
-  std::map<std::string, int32_t, std::less<>> gestalt;
+  std::optional<int32_t> system_version;
   std::vector<std::string> urls;
   std::vector<std::filesystem::path> sounds;
   std::vector<std::string> errors;
 };
 
-/// A native side with no screen: real files and sockets, scripted answers, recorded calls.
+/// A native side without a screen: real files, scripted sockets and answers, recorded calls.
 class Side : public native::Side {
  public:
+  Side() = default;
+  /// With these sockets in the stead of the scripted ones.
+  explicit Side(SocketCalls& real) : mSockets(real) {}
+
   ScriptedLoop& Loop() override { return loop; }
   test::Windows& Windows() override { return windows; }
   test::Dialogs& Dialogs() override { return dialogs; }
   test::Desktop& Desktop() override { return desktop; }
-  FileCalls& Files() override { return mFiles; }
+  FaultyFiles& Files() override { return files; }
   SocketCalls& Sockets() override { return mSockets; }
 
+  Faults faults;
   ScriptedLoop loop;
   test::Windows windows;
   test::Dialogs dialogs;
   test::Desktop desktop;
-  Faults faults;
+  FaultyFiles files{faults};
+  ScriptedSockets sockets{faults};
 
  private:
-  FailingFileCalls mFiles{faults};
-  FailingSocketCalls mSockets{faults};
+  SocketCalls& mSockets = sockets;
 };
 
 }  // namespace quorvel::test

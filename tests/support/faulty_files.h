@@ -1,0 +1,75 @@
+#pragma once
+
+#include <cerrno>
+#include <map>
+#include <string>
+#include <type_traits>
+#include <utility>
+
+#include "native/system_calls.h"
+
+namespace quorvel::test {
+
+/// Which of the coming system calls are to fail. Calls go by their function's name.
+class Faults {
+ public:
+  /// The `nth` call from now (1 is the next) fails with `error`, an `errno`.
+  void Arrange(const std::string& call, int nth, int error) { mArranged[call] = {nth, error}; }
+  /// Counts a call, and sets `errno` when the call is to fail.
+  [[nodiscard]] bool Strike(const std::string& call) {
+    const auto found = mArranged.find(call);
+    if (found == mArranged.end() || --found->second.first > 0) return false;
+    errno = found->second.second;
+    mArranged.erase(found);
+    return true;
+  }
+
+ private:
+  std::map<std::string, std::pair<int, int>> mArranged;
+};
+
+/// The system's file calls, of which a test makes some fail.
+class FaultyFiles : public FileCalls {
+ public:
+  explicit FaultyFiles(Faults& faults) : mFaults(faults) {}
+
+  bool Exists(const std::string& path) override { return Do("Exists", &FileCalls::Exists, path); }
+  int OpenToRead(const std::string& path) override {
+    return Do("OpenToRead", &FileCalls::OpenToRead, path);
+  }
+  int Create(const std::string& path) override { return Do("Create", &FileCalls::Create, path); }
+  bool MakeFolder(const std::string& path) override {
+    return Do("MakeFolder", &FileCalls::MakeFolder, path);
+  }
+  int64_t Read(int file, std::span<char> into) override {
+    return Do("Read", &FileCalls::Read, file, into);
+  }
+  int64_t Write(int file, std::string_view bytes) override {
+    return Do("Write", &FileCalls::Write, file, bytes);
+  }
+  bool Sync(int file) override { return Do("Sync", &FileCalls::Sync, file); }
+  void Close(int file) override { PosixFileCalls().Close(file); }
+  bool RenameToNew(const std::string& from, const std::string& to) override {
+    return Do("RenameToNew", &FileCalls::RenameToNew, from, to);
+  }
+  bool SetFinderInfo(const std::string& path, std::string_view type,
+                     std::string_view creator) override {
+    finder_info[path] = std::string(type) + std::string(creator);
+    return true;
+  }
+
+  /// The last type and creator of each file.
+  std::map<std::string, std::string> finder_info;
+
+ private:
+  template <class Result, class... Arguments>
+  Result Do(const char* name, Result (FileCalls::*call)(Arguments...),
+            std::type_identity_t<Arguments>... arguments) {
+    const Result failure = std::is_same_v<Result, bool> ? 0 : static_cast<Result>(-1);
+    return mFaults.Strike(name) ? failure : (PosixFileCalls().*call)(arguments...);
+  }
+
+  Faults& mFaults;
+};
+
+}  // namespace quorvel::test

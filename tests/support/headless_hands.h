@@ -1,0 +1,104 @@
+#pragma once
+
+#include <chrono>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "support/hands.h"
+#include "support/side.h"
+
+namespace quorvel {
+
+/// Hands on a side without a screen.
+class HeadlessHands : public Hands {
+ public:
+  HeadlessHands() = default;
+  explicit HeadlessHands(SocketCalls& sockets) : side(sockets) {}
+
+  native::Side& Side() override { return side; }
+  bool WaitUntil(const std::function<bool()>& reached) override {
+    for (int second = 0; second < 100 && !reached(); ++second) {
+      side.loop.Settle();
+      if (!reached()) side.loop.Advance(std::chrono::seconds(1));
+    }
+    return reached();
+  }
+  void Post(std::function<void()> step) override { side.loop.Post(std::move(step)); }
+
+  bool IsOpen(const std::string& title) override { return side.windows.Find(title) != nullptr; }
+  std::pair<int, int> ContentSize(const std::string& title) override {
+    const auto& state = side.windows.Find(title)->state;
+    return {state.Width, state.Height};
+  }
+  std::string ShownText(const std::string& field) override { return Control(field)->text; }
+  Place PlaceOf(const std::string& control) override {
+    const auto& state = Control(control)->State();
+    return {state.Left, state.Top, state.Width, state.Height};
+  }
+  bool HasFingerCursor(const std::string& control) override {
+    return Control(control)->State().FingerPointer;
+  }
+  std::vector<std::string> EnabledItems() override {
+    side.windows.OpenMenus();
+    std::vector<std::string> enabled;
+    for (const auto& menu : side.windows.menus) {
+      for (const auto& item : menu.Children) {
+        if (item.Enabled) enabled.push_back(item.Name);
+      }
+    }
+    return enabled;
+  }
+  std::vector<std::string> Messages() override { return side.dialogs.messages; }
+
+  void PressCloseButton(const std::string& title) override { Listener(title).OnCloseRequested(); }
+  void Resize(const std::string& title, int width, int height) override {
+    Listener(title).OnResized(width, height, true);
+    Listener(title).OnResized(width, height, false);
+  }
+  void BringToFront(const std::string& title) override { side.windows.BringToFront(title); }
+  void Choose(const std::string& item) override { side.windows.Choose(item); }
+  void Type(const std::string& field, const std::string& text) override {
+    const auto control = Control(field);
+    control->text += text;
+    control->field_listener->OnEdited(control->text);
+  }
+  void PressButton(const std::string& button) override {
+    const auto pressed = Control(button)->pressed;
+    pressed();
+  }
+  void FollowLink(const std::string& link) override {
+    const auto shown = Control(link);
+    const auto& state = std::get<native::LabelState>(shown->kind);
+    if (!state.Link) return;
+    const native::Point middle{state.Left + state.Width / 2, state.Top + state.Height / 2};
+    auto& window = *side.windows.open.front()->listener;
+    window.OnMousePressed(middle);
+    window.OnMouseReleased(middle);
+  }
+  void MoveMouse(const std::string& title, int x, int y) override {
+    Listener(title).OnMouseMoved({x, y});
+  }
+  void PressMouse(const std::string& title, int x, int y) override {
+    Listener(title).OnMousePressed({x, y});
+  }
+  void ReleaseMouse(const std::string& title, int x, int y) override {
+    Listener(title).OnMouseReleased({x, y});
+  }
+  void WhileNextMessageIsUp(std::function<void()> act) override {
+    side.dialogs.while_open = std::move(act);
+  }
+
+  test::Side side;
+
+ private:
+  std::shared_ptr<test::ShownControl> Control(const std::string& name) {
+    return side.windows.FindControl(name);
+  }
+  native::WindowListener& Listener(const std::string& title) {
+    return *side.windows.Find(title)->listener;
+  }
+};
+
+}  // namespace quorvel
