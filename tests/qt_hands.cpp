@@ -1,10 +1,12 @@
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QPainter>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTest>
@@ -37,9 +39,19 @@ class MessageReader : public QObject {
   std::function<void()> act;
 };
 
+// The platform without a screen has no browser, and warns of each address that the platform is
+// asked to open.
+std::vector<std::string> gUrls;
+
+void TakeUrl(QtMsgType, const QMessageLogContext&, const QString& message) {
+  if (message.contains("openUrl")) gUrls.push_back(message.section('\'', 1, 1).toStdString());
+}
+
 class QtHands : public Hands {
  public:
   QtHands() : mSide(qt::MakeSide(mArgumentCount, mArguments)) {
+    gUrls.clear();
+    qInstallMessageHandler(TakeUrl);
     qApp->installEventFilter(&mMessages);
   }
 
@@ -65,9 +77,17 @@ class QtHands : public Hands {
     area->setTextCursor(cursor);
     return QGuiApplication::clipboard()->text().toStdString();
   }
-  Place PlaceOf(const std::string& control) override {
-    const QRect place = Control<QWidget>(control)->geometry();
-    return {place.x(), place.y(), place.width(), place.height()};
+  std::string WindowLook(const std::string& title) override {
+    const auto* const window = WindowOf(title);
+    const QSize bar(0, window->height() - Content(title)->height());
+    return Size(window->size() - bar) + " from " + Size(window->minimumSize() - bar) + " to " +
+           Size(window->maximumSize() - bar);
+  }
+  std::string LookOf(const std::string& control) override {
+    auto* const widget = Control<QWidget>(control);
+    const QRect rect = widget->geometry();
+    return std::to_string(rect.x()) + "," + std::to_string(rect.y()) + " " + Size(rect.size()) +
+           " " + KindLook(*widget);
   }
   bool HasFingerCursor(const std::string& control) override {
     return Control<QWidget>(control)->cursor().shape() == Qt::PointingHandCursor;
@@ -83,6 +103,7 @@ class QtHands : public Hands {
     }
     return enabled;
   }
+  std::vector<std::string> OpenedUrls() override { return gUrls; }
   std::vector<std::string> Messages() override { return mMessages.texts; }
 
   void PressCloseButton(const std::string& title) override { WindowOf(title)->close(); }
@@ -122,6 +143,44 @@ class QtHands : public Hands {
   void WhileNextMessageIsUp(std::function<void()> act) override { mMessages.act = std::move(act); }
 
  private:
+  static std::string Size(QSize size) {
+    return std::to_string(size.width()) + "x" + std::to_string(size.height());
+  }
+  static std::string FieldLook(const QWidget& field, bool read_only) {
+    return "field " + std::to_string(std::max(field.font().pixelSize(), 0)) + "px " +
+           field.palette().color(QPalette::Text).name().toStdString() + " on " +
+           field.palette().color(QPalette::Base).name().toStdString() +
+           (read_only ? " read-only" : "");
+  }
+  static std::string KindLook(QWidget& widget) {
+    if (const auto* const label = qobject_cast<QLabel*>(&widget)) {
+      return "label '" + label->text().toStdString() + "' " +
+             std::to_string(label->font().pixelSize()) + "px " +
+             label->palette().color(QPalette::WindowText).name().toStdString() +
+             (label->font().underline() ? " underlined" : "");
+    }
+    if (const auto* const line = qobject_cast<QLineEdit*>(&widget)) {
+      return FieldLook(*line, line->isReadOnly()) +
+             (line->echoMode() == QLineEdit::Normal ? "" : " secret");
+    }
+    if (const auto* const area = qobject_cast<QPlainTextEdit*>(&widget)) {
+      return FieldLook(*area, area->isReadOnly()) + " many lines";
+    }
+    if (const auto* const button = qobject_cast<QPushButton*>(&widget)) {
+      return "button '" + button->text().toStdString() + "'";
+    }
+    for (const char* const number : {"169", "170"}) {
+      QImage expected(widget.size(), QImage::Format_RGB32);
+      expected.fill(Qt::white);
+      QPainter(&expected).drawPixmap(
+          0, 0,
+          QPixmap(QCoreApplication::applicationDirPath() + "/resources/PICT/" + number + ".png"));
+      if (widget.grab().toImage().convertToFormat(QImage::Format_RGB32) == expected) {
+        return std::string("picture ") + number;
+      }
+    }
+    return "no picture";
+  }
   static QWidget* WindowOf(const std::string& title) {
     for (auto* const window : QApplication::topLevelWidgets()) {
       const bool shown = window->isVisible() && qobject_cast<QMenu*>(window) == nullptr;

@@ -3,7 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -46,24 +48,83 @@ class AllWindows : public testing::Test {
   std::unique_ptr<Hands> mHands = Hands::Make();
 };
 
-TEST_F(AllWindows, EnableTheCommandsThatTheyHave) {
-  wMain()->Show();
-  wHelp()->Show();
-  wKeyIs()->Show();
-  wCreateKeyFile()->Show();
-  wAbout()->Show();
+TEST_F(AllWindows, HaveTheirCommandsTheirControlsAndTheirTexts) {
   const std::string help = "FileQuit HelpKeyInformation HelpHelp HelpAbout ";
-  for (const auto& [title, commands] : std::vector<std::pair<std::string, std::string>>{
-           {kReady, "FileSave FilePrint FileQuit FontSmaller FontLarger " + help.substr(9)},
-           {"Help", "FileSave FilePrint " + help},
-           {"", "FileSave FilePrint " + help},
-           {"Getting Started", "FileSave FilePrint " + help},
-           {"About", help}}) {
-    mHands->BringToFront(title);
+  const std::string text = "FileSave FilePrint " + help;
+  const std::string caption = "' 12px #0000ff underlined";
+  const std::string small = "' 10px #000000";
+  const std::string topic = " read-only many lines";
+  struct Control {
+    std::string name, look;
+    Text (*text)() = nullptr;
+  };
+  struct Row {
+    std::string title, look, commands;
+    std::function<void()> open;
+    std::vector<Control> controls;
+  };
+  const Row rows[] = {
+      {kReady,
+       "620x420 from 200x200 to 3000x3000",
+       "FileSave FilePrint FileQuit FontSmaller FontLarger " + help.substr(9),
+       [] { wMain()->Show(); },
+       {{"efLog", "7,7 600x400 field 12px #000000 on #ffffff" + topic}}},
+      {"Help",
+       "700x500 from 700x500 to 700x500",
+       text,
+       [] { wHelp()->Show(); },
+       {{"EditField1", "201,8 493x461 field 14px #000000 on #ffffff" + topic, ReadMeFirst0},
+        {"StaticText1",
+         "201,473 493x20 label 'http://www.quorvel.example/products/quorvel.htm' 14px #ff0000 "
+         "underlined"},
+        {"StaticText2", "20,32 175x20 label 'General Information" + caption},
+        {"StaticText3", "20,62 175x20 label 'System Requirements" + caption},
+        {"StaticText4", "20,92 175x20 label 'What's new in this version?" + caption},
+        {"StaticText5", "20,122 175x20 label 'Frequently Asked Questions" + caption},
+        {"StaticText7", "20,182 175x20 label 'Support" + caption},
+        {"StaticText8", "20,212 175x20 label 'Use and Distribution" + caption},
+        {"StaticText9", "20,242 175x20 label 'Other Titles" + caption}}},
+      {"",
+       "315x123 from 315x123 to 315x123",
+       text,
+       [] { wKeyIs()->Show(); },
+       {{"editFieldExtras1", "8,6 301x110 field 12px #000000 on #ffffff" + topic,
+         [] {
+           return Text(
+               "No key has been set.  See information in the HELP guide under FREQUENTLY "
+               "ASKED QUESTIONS for details on how to set or change the key.");
+         }}}},
+      {"Getting Started",
+       "637x474 from 637x474 to 637x474",
+       text,
+       [] { wCreateKeyFile()->Show(); },
+       {{"pbGenerate", "317,434 135x20 button 'Generate Key File'"},
+        {"efKey", "9,433 296x22 field 0px #000000 on #ffffff"},
+        {"efHelp", "9,8 617x413 field 0px #000000 on #ffffff many lines", QuorvelInstructions}}},
+      {"About",
+       "594x130 from 594x130 to 594x130",
+       help,
+       [] { wAbout()->Show(); },
+       {{"Canvas1", "8,0 127x127 picture 170"},
+        {"Canvas2", "136,6 385x58 picture 169"},
+        {"stVersion", "153,65 370x20 label 'Quorvel v1.0.5" + small},
+        {"stCopyright", "153,93 436x20 label 'Copyright © 2026 the makers of Quorvel." + small}}}};
+  for (const Row& row : rows) row.open();
+  for (const Row& row : rows) {
+    EXPECT_EQ(mHands->WindowLook(row.title), row.look) << row.title;
+    mHands->BringToFront(row.title);
     std::string enabled;
     for (const auto& item : mHands->EnabledItems()) enabled += item + " ";
-    EXPECT_EQ(enabled, commands) << title;
+    EXPECT_EQ(enabled, row.commands) << row.title;
+    for (const auto& [name, look, shown] : row.controls) {
+      EXPECT_EQ(mHands->LookOf(name), look);
+      if (shown != nullptr) {
+        EXPECT_EQ(mHands->ShownText(name), shown().Bytes()) << name;
+      }
+    }
   }
+  mHands->Type("efKey", "A key of more than twenty characters");
+  EXPECT_EQ(mHands->ShownText("efKey"), "A key of more than t");
 }
 
 TEST_F(AllWindows, HelpCommandsOpenEachWindowOnceAndAfresh) {
@@ -87,18 +148,36 @@ TEST_F(AllWindows, HelpCommandsOpenEachWindowOnceAndAfresh) {
   EXPECT_THAT(mHands->ShownText("editFieldExtras1"), testing::HasSubstr("is ' Maple '.  See"));
 }
 
-TEST_F(AllWindows, HelpTopicsComeWithTheMouseAndTheKeyboard) {
+TEST_F(AllWindows, HelpTopicsAndTheWebPageComeWithTheMouseAndTheKeyboard) {
   wHelp()->Show();
-  EXPECT_EQ(mHands->ShownText("EditField1"), ReadMeFirst0().Bytes());
-  mHands->MoveMouse("Help", 30, 40);
-  EXPECT_TRUE(mHands->HasFingerCursor("StaticText2"));
-  mHands->MoveMouse("Help", 400, 300);
-  EXPECT_FALSE(mHands->HasFingerCursor("StaticText2"));
-  mHands->PressMouse("Help", 30, 130);
-  EXPECT_EQ(mHands->ShownText("EditField1"), ReadMeFirst0().Bytes());
-  mHands->ReleaseMouse("Help", 400, 300);
-  EXPECT_EQ(mHands->ShownText("EditField1"), ReadMeFirstMac4().Bytes());
-  EXPECT_THAT(std::string(ReadMeFirstMac4().Bytes()), testing::HasSubstr("QuorvelKeyFile"));
+  const auto click = [&](int y) {
+    mHands->PressMouse("Help", 250, y);
+    mHands->ReleaseMouse("Help", 250, y);
+  };
+  const std::tuple<int, const char*, Text (*)(), const char*> topics[] = {
+      {40, "StaticText2", ReadMeFirstMac1, "General Information\n"},
+      {70, "StaticText3", ReadMeFirstMac2, "System Requirements\n"},
+      {100, "StaticText4", ReadMeFirstMac3, "What's new"},
+      {130, "StaticText5", ReadMeFirstMac4, "Frequently Asked Questions\n"},
+      {190, "StaticText7", ReadMeFirstMac6, "Support\n"},
+      {220, "StaticText8", ReadMeFirst7, "Use and Distribution\n"},
+      {250, "StaticText9", ReadMeFirstMac8, "Other Titles\n"}};
+  for (const auto& [y, caption, text, head] : topics) {
+    mHands->MoveMouse("Help", 30, y);
+    EXPECT_TRUE(mHands->HasFingerCursor(caption));
+    mHands->PressMouse("Help", 30, y);
+    mHands->ReleaseMouse("Help", 400, 300);
+    EXPECT_EQ(mHands->ShownText("EditField1"), text().Bytes());
+    EXPECT_THAT(mHands->ShownText("EditField1"), testing::StartsWith(head));
+    mHands->MoveMouse("Help", 100, 400);
+    EXPECT_FALSE(mHands->HasFingerCursor(caption));
+  }
+  EXPECT_TRUE(mHands->OpenedUrls().empty());
+  click(483);
+  mHands->FollowLink("StaticText1");
+  click(495);
+  const std::string page = "http://www.quorvel.example/products/quorvel.htm";
+  EXPECT_THAT(mHands->OpenedUrls(), testing::ElementsAre(page, page));
   mHands->FollowLink("StaticText7");
   EXPECT_EQ(mHands->ShownText("EditField1"), ReadMeFirstMac6().Bytes());
 }
@@ -134,8 +213,8 @@ TEST_F(AllWindows, TheLogHasAFontWithinLimitsAndTheSizeOfItsWindow) {
   EXPECT_EQ(log->TextSize(), 72);
   EXPECT_EQ(mGlobals::iTheFontSize, 12);
   mHands->Resize(kReady, 200, 200);
-  const Hands::Place smallest{7, 7, 180, 180};
-  EXPECT_TRUE(mHands->WaitUntil([&] { return mHands->PlaceOf("efLog") == smallest; }));
+  EXPECT_TRUE(
+      mHands->WaitUntil([&] { return mHands->LookOf("efLog").starts_with("7,7 180x180 "); }));
 }
 
 }  // namespace

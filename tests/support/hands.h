@@ -12,11 +12,6 @@ namespace quorvel {
 /// What a user sees and does, on the native side that the suite was built for.
 class Hands {
  public:
-  struct Place {
-    int left, top, width, height;
-    bool operator==(const Place&) const = default;
-  };
-
   static std::unique_ptr<Hands> Make();
   virtual ~Hands() = default;
 
@@ -29,11 +24,18 @@ class Hands {
   // What is on the screen.
   [[nodiscard]] virtual bool IsOpen(const std::string& title) = 0;
   [[nodiscard]] virtual std::pair<int, int> ContentSize(const std::string& title) = 0;
+  /// As "300x200 from 100x90 to 3000x3000": the content's size, and the user's limits.
+  [[nodiscard]] virtual std::string WindowLook(const std::string& title) = 0;
   [[nodiscard]] virtual std::string ShownText(const std::string& field) = 0;
-  [[nodiscard]] virtual Place PlaceOf(const std::string& control) = 0;
+  /// As "8,6 301x110" and the kind with the kind's own look: "label 'text' 12px #0000ff
+  /// underlined", "field 12px black on white" with "read-only", "many lines" or "secret", "button
+  /// 'text'", "picture 170" (the number of the picture's resource).
+  [[nodiscard]] virtual std::string LookOf(const std::string& control) = 0;
   [[nodiscard]] virtual bool HasFingerCursor(const std::string& control) = 0;
   /// The items that can be chosen once the user has opened the menus over the front window.
   [[nodiscard]] virtual std::vector<std::string> EnabledItems() = 0;
+  /// The addresses that the browser was asked to open.
+  [[nodiscard]] virtual std::vector<std::string> OpenedUrls() = 0;
   /// The texts of the message boxes so far; each was dismissed as soon as it came up.
   [[nodiscard]] virtual std::vector<std::string> Messages() = 0;
 

@@ -3,6 +3,7 @@
 #include <chrono>
 #include <memory>
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -33,9 +34,21 @@ class HeadlessHands : public Hands {
     return {state.Width, state.Height};
   }
   std::string ShownText(const std::string& field) override { return Control(field)->text; }
-  Place PlaceOf(const std::string& control) override {
-    const auto& state = Control(control)->State();
-    return {state.Left, state.Top, state.Width, state.Height};
+  std::string WindowLook(const std::string& title) override {
+    const auto& state = side.windows.Find(title)->state;
+    const auto [least_width, least_height, most_width, most_height] =
+        state.Resizeable
+            ? std::tuple(state.MinWidth, state.MinHeight, state.MaxWidth, state.MaxHeight)
+            : std::tuple(state.Width, state.Height, state.Width, state.Height);
+    return Size(state.Width, state.Height) + " from " + Size(least_width, least_height) + " to " +
+           Size(most_width, most_height);
+  }
+  std::string LookOf(const std::string& control) override {
+    const auto shown = Control(control);
+    const auto& state = shown->State();
+    return std::to_string(state.Left) + "," + std::to_string(state.Top) + " " +
+           Size(state.Width, state.Height) + " " +
+           std::visit([](const auto& kind) { return KindLook(kind); }, shown->kind);
   }
   bool HasFingerCursor(const std::string& control) override {
     return Control(control)->State().FingerPointer;
@@ -50,6 +63,7 @@ class HeadlessHands : public Hands {
     }
     return enabled;
   }
+  std::vector<std::string> OpenedUrls() override { return side.desktop.urls; }
   std::vector<std::string> Messages() override { return side.dialogs.messages; }
 
   void PressCloseButton(const std::string& title) override { Listener(title).OnCloseRequested(); }
@@ -61,7 +75,11 @@ class HeadlessHands : public Hands {
   void Choose(const std::string& item) override { side.windows.Choose(item); }
   void Type(const std::string& field, const std::string& text) override {
     const auto control = Control(field);
-    control->text += text;
+    const auto& state = std::get<native::TextFieldState>(control->kind);
+    for (const char c : text) {
+      const bool fits = state.LimitText == 0 || std::ssize(control->text) < state.LimitText;
+      if (fits && (state.Multiline || c != '\n')) control->text += c;
+    }
     control->field_listener->OnEdited(control->text);
   }
   void PressButton(const std::string& button) override {
@@ -93,6 +111,24 @@ class HeadlessHands : public Hands {
   test::Side side;
 
  private:
+  static std::string Size(int32_t width, int32_t height) {
+    return std::to_string(width) + "x" + std::to_string(height);
+  }
+  static std::string KindLook(const native::LabelState& label) {
+    return "label '" + label.Text + "' " + std::to_string(label.TextSize) + "px " +
+           label.TextColor + (label.Underline ? " underlined" : "");
+  }
+  static std::string KindLook(const native::TextFieldState& field) {
+    return "field " + std::to_string(field.TextSize) + "px " + field.TextColor + " on " +
+           field.BackColor + (field.ReadOnly ? " read-only" : "") +
+           (field.Multiline ? " many lines" : "") + (field.Password ? " secret" : "");
+  }
+  static std::string KindLook(const native::ButtonState& button) {
+    return "button '" + button.Caption + "'";
+  }
+  static std::string KindLook(const native::CanvasState& canvas) {
+    return "picture " + canvas.Backdrop.stem().string();
+  }
   std::shared_ptr<test::ShownControl> Control(const std::string& name) {
     return side.windows.FindControl(name);
   }
