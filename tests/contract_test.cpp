@@ -104,6 +104,17 @@ class Bare : public Window {
   void Layout() override { Title("Bare"); }
 };
 
+/// A window that never gets as far as its controls.
+class Broken : public Bare {
+ public:
+  static constexpr const char* kClassName = "Broken.Broken";
+  [[nodiscard]] Text _ClassName() const override { return kClassName; }
+  void Layout() override {
+    Bare::Layout();
+    _AddMenuHandler("Everywhere", [] { return false; });
+  }
+};
+
 class ProbeApp : public Application {
  public:
   void Event_Close() override { Happens("application's close"); }
@@ -193,9 +204,12 @@ TEST_F(Contract, AWindowMayRefuseToClose) {
   EXPECT_THAT(Happened(), ElementsAre("asked", "asked", "close"));
 }
 
-TEST_F(Contract, AHookThatRaisesDoesNotStopAClose) {
-  OpenProbe();
-  gThen["close"] = [] { throw RuntimeException("in close"); };
+TEST_F(Contract, AHookThatClosesAgainOrRaisesDoesNotStopAClose) {
+  const auto probe = OpenProbe();
+  gThen["close"] = [&] {
+    probe->Close();
+    throw RuntimeException("in close");
+  };
   Running([&] { mHands->PressCloseButton("Probe"); });
   EXPECT_FALSE(mHands->IsOpen("Probe"));
   EXPECT_FALSE(_GetImplicitWindow(Probe::kClassName));
@@ -295,6 +309,8 @@ TEST_F(Contract, AFieldGivesBackWhatItWasGivenOrTyped) {
   const std::string odd("a\0b\r\n\xC3\xA9 \xE9 \xE2\x82", 12);
   field->Text(Text::FromBytes(odd));
   EXPECT_EQ(field->Text().Bytes(), odd);
+  probe->Get<StaticText>("link")->Text(Text::FromBytes(odd));
+  EXPECT_EQ(probe->Get<StaticText>("link")->Text().Bytes(), odd);
   field->Text(field->Text() + "\xAC more\n");
   EXPECT_THAT(mHands->ShownText("field"), testing::EndsWith("\xE2\x82\xAC more\n"));
   std::string lines;
@@ -336,18 +352,37 @@ TEST_F(Contract, AClaimedClickEndsWhereItBegan) {
   OpenProbe();
   mHands->PressMouse("Probe", 25, 12);
   mHands->ReleaseMouse("Probe", 200, 200);
+  EXPECT_THAT(Happened(), testing::IsSupersetOf({"MouseDown 5,2", "MouseUp 180,190"}));
+  mHands->PressMouse("Probe", 25, 12);  // and the release is lost
+  static_cast<void>(Happened());
   mHands->PressMouse("Probe", 200, 20);
   mHands->ReleaseMouse("Probe", 25, 12);
-  EXPECT_THAT(Happened(), testing::IsSupersetOf({"MouseDown 5,2", "MouseUp 180,190"}));
   EXPECT_THAT(Happened(), IsEmpty());
 }
 
 TEST_F(Contract, AWrongTableOrNameIsRaised) {
   const auto probe = OpenProbe();
-  static constexpr Property kWrong[] = {{"Widht", 3}};
-  EXPECT_THROW(_SetProperties(*probe, kWrong), RuntimeException);
+  const auto button = probe->Get<PushButton>("button");
+  const auto install = [&](const char* event) {
+    _InstallInstanceEventHandler(button, event, [](int32_t, int32_t) { return false; });
+  };
+  static constexpr Property kWindowsOwn[] = {{"MinWidth", 3}};
+  static constexpr Property kFieldsOwn[] = {{"LimitText", 3}};
+  static constexpr Property kIdle[] = {{"HelpTag", ""}, {"AutoDeactivate", true}, {"Default", 0}};
+  EXPECT_NO_THROW(_SetProperties(*probe, kWindowsOwn));
+  EXPECT_THROW(_SetProperties(*probe, kFieldsOwn), RuntimeException);
+  EXPECT_THROW(_SetProperties(button, kWindowsOwn), RuntimeException);
+  EXPECT_THROW(_SetProperties(button, kFieldsOwn), RuntimeException);
+  EXPECT_NO_THROW(_SetProperties(button, kIdle));
+  EXPECT_NO_THROW(install("MouseUp"));
+  EXPECT_THROW(install("Pressed"), RuntimeException);
+  EXPECT_THROW(probe->_AddMenuHandler("Nowhere", [] { return false; }), RuntimeException);
+  EXPECT_THROW(mApp->_AddMenuHandler("Nowhere", [] { return false; }), RuntimeException);
   EXPECT_THROW(static_cast<void>(probe->Get<Canvas>("field")), IllegalCastException);
   EXPECT_THROW(probe->Get<Canvas>("nothing")->Refresh(true), NilObjectException);
+  EXPECT_THROW(ImplicitWindow<Broken>(), NilObjectException);  // Broken has no menu bar
+  EXPECT_FALSE(_GetImplicitWindow(Broken::kClassName));
+  EXPECT_FALSE(mHands->IsOpen("Bare"));
 }
 
 }  // namespace

@@ -131,6 +131,13 @@ class QtHands : public Hands {
     }
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
   }
+  void TurnWheelWithControl(const std::string& field, int units) override {
+    auto* const viewport = Control<QPlainTextEdit>(field)->viewport();
+    const QPoint middle = viewport->rect().center();
+    QWheelEvent event(middle, viewport->mapToGlobal(middle), {}, {0, units}, Qt::NoButton,
+                      Qt::ControlModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(viewport, &event);
+  }
   void MoveMouse(const std::string& title, int x, int y) override {
     Mouse(QEvent::MouseMove, title, x, y);
   }

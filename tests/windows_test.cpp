@@ -206,12 +206,19 @@ TEST_F(AllWindows, TheLogHasALineForEachMessageInTheOrderOfArrival) {
 
 TEST_F(AllWindows, TheLogHasAFontWithinLimitsAndTheSizeOfItsWindow) {
   wMain()->Show();
+  mHands->BringToFront(kReady);
   const auto log = wMain()->efLog();
   for (int i = 0; i < 5; ++i) mHands->Choose("FontSmaller");
   EXPECT_EQ(log->TextSize(), 6);
   for (int i = 0; i < 40; ++i) mHands->Choose("FontLarger");
   EXPECT_EQ(log->TextSize(), 72);
+  mHands->TurnWheelWithControl("efLog", -240);
+  EXPECT_EQ(log->TextSize(), 68);
   EXPECT_EQ(mGlobals::iTheFontSize, 12);
+  wAbout()->Show();
+  mHands->BringToFront("About");
+  mHands->TurnWheelWithControl("efLog", -240);
+  EXPECT_EQ(log->TextSize(), 68);
   mHands->Resize(kReady, 200, 200);
   EXPECT_TRUE(
       mHands->WaitUntil([&] { return mHands->LookOf("efLog").starts_with("7,7 180x180 "); }));

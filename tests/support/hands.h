@@ -48,6 +48,8 @@ class Hands {
   virtual void PressButton(const std::string& button) = 0;
   /// Goes to a link with the keyboard and presses Return there.
   virtual void FollowLink(const std::string& link) = 0;
+  /// Turns the wheel over a field with Control down; 120 units are a notch away from the user.
+  virtual void TurnWheelWithControl(const std::string& field, int units) = 0;
   virtual void MoveMouse(const std::string& title, int x, int y) = 0;
   virtual void PressMouse(const std::string& title, int x, int y) = 0;
   virtual void ReleaseMouse(const std::string& title, int x, int y) = 0;

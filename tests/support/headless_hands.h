@@ -95,6 +95,11 @@ class HeadlessHands : public Hands {
     window.OnMousePressed(middle);
     window.OnMouseReleased(middle);
   }
+  void TurnWheelWithControl(const std::string&, int units) override {
+    for (int notch = 0; notch < std::abs(units) / 120; ++notch) {
+      side.windows.Press(units > 0 ? "Cmd++" : "Cmd+-");
+    }
+  }
   void MoveMouse(const std::string& title, int x, int y) override {
     Listener(title).OnMouseMoved({x, y});
   }
