@@ -1,0 +1,104 @@
+"""The real quorvel-send: what its datagrams hold, and how it reports wrong uses and failures.
+
+Usage: send_test.py FOLDER-OF-THE-PROGRAMS. Ends with 77 where there is no private network.
+"""
+
+import os
+import socket
+import struct
+import subprocess
+import sys
+
+PROGRAM = os.path.join(sys.argv[1], "quorvel-send")
+HOST, GROUP, PORT = "10.77.0.1", "239.1.2.4", 5563
+KEY, TO = ["--key", GROUP], ["--to", HOST]
+
+# Arguments, standard input, and the commands and texts of the datagrams.
+SENT = [
+    (KEY + ["Marks: 9 of 10"], "", [(0, "Nziph: 0 lu 89")]),
+    (TO + ["--command", "-2", "--raw", "Zoë"], "", [(-2, "Zoë")]),
+    (TO + ["--command=510", "a", "", "[b,c]"], "", [(510, "z"), (510, ""), (510, "[y,x]")]),
+    (KEY + ["--", "-2", "--raw"], "", [(0, "-7"), (0, "--izd")]),
+    (KEY + ["--stdin", "a"], "b\r\nc\n\r\nd", [(0, "z"), (0, "y"), (0, "x"), (0, ""), (0, "w")]),
+    (TO + ["--stdin"], "x" * 65499 + "\r\n", [(0, "c" * 65499)]),
+]
+
+# Arguments, standard input, the status, and what the message has to contain.
+REFUSED = [
+    ([], "", 2, "--key"),
+    (["--key", "Salé", "text"], "", 2, "5 characters"),
+    (["--key", "224.1..3", "text"], "", 2, "number is missing"),
+    (KEY, "", 2, "--stdin"),
+    (KEY + TO + ["text"], "", 2, "not both"),
+    (["--to", "localhost", "text"], "", 2, "dotted IPv4 address"),
+    (["--to", "", "text"], "", 2, "dotted IPv4 address"),
+    (["--to=1.2.3", "text"], "", 2, "dotted IPv4 address"),
+    (KEY + ["--no-such-option", "text"], "", 2, "--no-such-option"),
+    (KEY + ["-2"], "", 2, "put --"),
+    (KEY + ["two\nlines", "--two\nlines"], "", 2, "--two"),
+    (KEY + KEY + ["text"], "", 2, "twice"),
+    (["text", "--key"], "", 2, "--key needs a value"),
+    (["--key", "--raw", "text"], "", 2, "--key needs a value"),
+    (KEY + ["--raw=yes", "text"], "", 2, "takes no value"),
+    (KEY + ["--command=", "510", "text"], "", 2, "nothing follows"),
+    (KEY + ["--command", "5x", "text"], "", 2, "'5x'"),
+    (KEY + ["--command", "2147483648", "text"], "", 2, "'2147483648'"),
+    (KEY + ["x" * 65500], "", 1, "text 1 is too long: a text has at most 65,499 bytes"),
+    (["--to", "255.255.255.255", "--stdin"], "text\n", 1, "line 1: cannot send: "),
+]
+
+
+def check(condition, *what):
+    if not condition:
+        sys.exit(f"quorvel-send: {what}"[:2000])
+
+
+def run(arguments, **streams):
+    return subprocess.run([PROGRAM, *arguments], text=True, timeout=20,
+                          **{"stdout": subprocess.PIPE, "stderr": subprocess.PIPE, **streams})
+
+
+def check_refusal(arguments, status, word, **streams):
+    """One line in the tool's own form, and the status."""
+    done = run(arguments, **streams)
+    line, end, more = done.stderr.partition("\n")
+    check(done.returncode == status and line.startswith("quorvel-send: ") and word in line
+          and end and not more, arguments, done)
+
+
+def check_sent(receiver, arguments, lines, datagrams):
+    done = run(arguments, input=lines)
+    check(done.returncode == 0 and not done.stderr, done)
+    for command, text in datagrams:
+        data = text.encode()
+        check(receiver.recv(70000) == struct.pack(">ii", 8 + len(data), command) + data, arguments)
+
+
+def main():
+    if "QUORVEL_PRIVATE_NETWORK" not in os.environ:
+        print("no private network: nothing is sent")
+        sys.exit(77)
+    with socket.socket(socket.AF_INET, socket.SOCK_DGRAM) as receiver:
+        receiver.settimeout(20)
+        receiver.bind(("", PORT))
+        receiver.setsockopt(socket.IPPROTO_IP, socket.IP_ADD_MEMBERSHIP,
+                            socket.inet_aton(GROUP) + socket.inet_aton(HOST))
+        for arguments, lines, status, word in REFUSED:
+            check_refusal(arguments, status, word, input=lines)
+        for reason, stdin in [("Is a directory", {"stdin": os.open("/", os.O_RDONLY)}),
+                              ("Bad file descriptor", {"preexec_fn": lambda: os.close(0)})]:
+            check_refusal(TO + ["--stdin"], 1, "cannot read standard input: " + reason, **stdin)
+        # The first datagram to arrive shows that the refused command lines sent nothing.
+        for arguments, lines, datagrams in SENT:
+            check_sent(receiver, arguments, lines, datagrams)
+        check_refusal(TO + ["--stdin"], 1, "line 2 is too long", input="a\n" + "x" * 65500)
+    read, write = os.pipe()
+    os.close(read)
+    for unwritable in write, os.open("/dev/full", os.O_WRONLY):
+        check_refusal(["--help"], 1, "output", stdout=unwritable)
+        check(run([], stderr=unwritable).returncode == 2, "standard error that takes nothing")
+    check(run(["--version"]).stdout == "quorvel-send 1.0.5\n", "--version")
+    check(run(["--help"]).stdout.startswith("Usage: quorvel-send --key KEY "), "--help")
+
+
+main()
