@@ -48,11 +48,8 @@ void UDPSocket::Connect() {
   ApplyMulticastOptions();
   if (mSendOnly) return;
   mBatch = std::make_unique<ReceiveBatch>();
-  mWatch = Native().Loop().Watch(mSocket, [weak = weak_from_this()] {
-    if (const auto socket = std::static_pointer_cast<UDPSocket>(weak.lock())) {
-      Dispatch([&] { socket->DeliverBatch(); });
-    }
-  });
+  mWatch = Native().Loop().Watch(mSocket,
+                                 WhileAlive(*this, &UDPSocket::DeliverBatch, Origin::Background));
 }
 
 // Alone if possible; beside the others when all of them share.

@@ -95,7 +95,7 @@ void Quit(int32_t) {
   throw EndException("The application is quitting.");
 }
 
-void Dispatch(const std::function<void()>& handler) noexcept {
+void Dispatch(const std::function<void()>& handler, Origin) noexcept {
   ++State().depth;
   RunAndReport(handler);
   if (State().phase == Phase::Quitting) {

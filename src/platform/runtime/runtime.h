@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <utility>
 
 #include "platform/values/object.h"
 
@@ -50,10 +51,30 @@ void _RuntimeRun();
 /// under way it returns and changes nothing.
 void Quit(int32_t exit_code);
 
+/// Who caused an event.
+enum class Origin : uint8_t {
+  User,        ///< a command, a button, a window, the start of the program
+  Background,  ///< a socket, a timer
+};
+
 /// The one door through which native callbacks enter the program. Runs `handler`; an exception
 /// that comes out becomes the quit (`EndException`) or is reported as unhandled, and the event
 /// loop goes on. Nothing is ever thrown through the caller's frames.
-void Dispatch(const std::function<void()>& handler) noexcept;
+void Dispatch(const std::function<void()>& handler, Origin origin = Origin::User) noexcept;
+
+/// A callback for a native object: runs `handler` (a function of `T&`, or a method of `T`) on
+/// `object` through `Dispatch` while `object` lives, and does nothing afterwards. The callback
+/// keeps `object` alive while `handler` runs, and at no other time. A `Ref` must hold `object`
+/// when the callback is made.
+template <class T, class Handler>
+[[nodiscard]] std::function<void()> WhileAlive(T& object, Handler handler,
+                                               Origin origin = Origin::User) {
+  return [weak = object.weak_from_this(), handler = std::move(handler), origin] {
+    const auto alive = weak.lock();
+    if (!alive) return;
+    Dispatch([&] { std::invoke(handler, static_cast<T&>(*alive)); }, origin);
+  };
+}
 
 /// Runs `handler` and lets no exception out: an `EndException` has done its work by unwinding, any
 /// other exception is reported as unhandled.

@@ -32,12 +32,10 @@ bool Timer::AssignProperty(const Property& property) {
 void Timer::Restart() {
   mRunning.reset();
   if (mSettings.Mode != kModeMultiple) return;
-  const auto fire = [weak = weak_from_this()] {
-    if (const auto timer = std::static_pointer_cast<Timer>(weak.lock())) {
-      Dispatch([&] { timer->_Fire("Action"); });
-    }
-  };
-  mRunning = Native().Loop().Repeat(std::chrono::milliseconds(mSettings.Period), fire);
+  mRunning = Native().Loop().Repeat(
+      std::chrono::milliseconds(mSettings.Period),
+      WhileAlive(
+          *this, [](Timer& timer) { timer._Fire("Action"); }, Origin::Background));
 }
 
 }  // namespace quorvel
