@@ -147,8 +147,7 @@ Ref<FolderItem> GetSaveFolderItem(const Text& file_type, const Text& default_nam
       .type_name = NativeText(file_type),
       .extension = type == ExtensionsByTypeName().end() ? std::string() : type->second,
       .folder = DefaultFolder()};
-  const auto chosen = Native().Dialogs().AskSaveFile(question);
-  UnwindIfQuitting();
+  const auto chosen = Nested([&] { return Native().Dialogs().AskSaveFile(question); });
   return chosen ? New<FolderItem>(*chosen) : Nil;
 }
 

@@ -41,6 +41,8 @@ void _UnhandledException(const std::string& class_name, const std::string& messa
 
 constexpr int32_t kDefaultWaitMs = 10;
 
+[[noreturn]] void RaiseEnd() { throw EndException("The application is quitting."); }
+
 void EndApplication() {
   State().app->_End();
   State().phase = Phase::Ended;
@@ -92,7 +94,7 @@ void _RuntimeRun() {
 void Quit(int32_t) {
   if (State().phase >= Phase::Quitting) return;
   State().phase = Phase::Quitting;
-  throw EndException("The application is quitting.");
+  RaiseEnd();
 }
 
 void Dispatch(const std::function<void()>& handler, Origin) noexcept {
@@ -109,15 +111,14 @@ void Dispatch(const std::function<void()>& handler, Origin) noexcept {
   --State().depth;
 }
 
-void UnwindIfQuitting() {
-  if (State().phase == Phase::Quitting && State().depth > 0) {
-    throw EndException("The application is quitting.");
-  }
+void detail::RunNested(const std::function<void()>& call) {
+  call();
+  if (State().phase == Phase::Quitting && State().depth > 0) RaiseEnd();
 }
 
 void RuntimeClient::DoEvents(int32_t milliseconds) {
-  Native().Loop().Turn(milliseconds < 0 ? kDefaultWaitMs : milliseconds);
-  UnwindIfQuitting();
+  const int32_t most_ms = milliseconds < 0 ? kDefaultWaitMs : milliseconds;
+  Nested([&] { Native().Loop().Turn(most_ms); });
 }
 
 void StackCheck::Deeper(Sweep sweep) {

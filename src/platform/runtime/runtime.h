@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <type_traits>
 #include <utility>
 
 #include "platform/values/object.h"
@@ -80,9 +81,23 @@ template <class T, class Handler>
 /// other exception is reported as unhandled.
 void RunAndReport(const std::function<void()>& handler) noexcept;
 
-/// To be called when a nested turn of the event loop returns: goes on unwinding when a handler
-/// in it asked to quit.
-void UnwindIfQuitting();
+namespace detail {
+void RunNested(const std::function<void()>& call);
+}  // namespace detail
+
+/// Runs `call`, which delivers events before `call` returns: a dialog, a turn of the event loop.
+/// Returns the result of `call`. Raises `EndException` instead when an event asked to quit, so that
+/// the caller's handler unwinds too.
+template <class Call>
+std::invoke_result_t<Call> Nested(const Call& call) {
+  if constexpr (std::is_void_v<std::invoke_result_t<Call>>) {
+    detail::RunNested(call);
+  } else {
+    std::invoke_result_t<Call> result{};
+    detail::RunNested([&] { result = call(); });
+    return result;
+  }
+}
 
 /// Cooperative yield at the end of each round of a long loop. The program has one thread, so
 /// there is nobody to yield to.

@@ -6,9 +6,7 @@
 namespace quorvel {
 
 bool PrinterSetup::PageSetupDialog(const Ref<Window>&) {
-  const bool accepted = Native().Dialogs().AskPageSetup();
-  UnwindIfQuitting();
-  return accepted;
+  return Nested([] { return Native().Dialogs().AskPageSetup(); });
 }
 
 void Graphics::DrawString(const Text& text, int32_t x, int32_t y, int32_t, bool) {
@@ -16,13 +14,11 @@ void Graphics::DrawString(const Text& text, int32_t x, int32_t y, int32_t, bool)
 }
 
 void Graphics::NextPage() {
-  mJob->NextPage();
-  UnwindIfQuitting();
+  Nested([this] { mJob->NextPage(); });
 }
 
 Ref<Graphics> OpenPrinterDialog(const Ref<PrinterSetup>&, const Ref<Window>&) {
-  auto job = Native().Dialogs().AskPrint();
-  UnwindIfQuitting();
+  auto job = Nested([] { return Native().Dialogs().AskPrint(); });
   return job ? New<Graphics>(std::move(job)) : Nil;
 }
 

@@ -17,8 +17,7 @@ Ref<_SystemClass> System() {
 }
 
 void MsgBox(const Text& text) {
-  Native().Dialogs().Message(NativeText(text));
-  UnwindIfQuitting();
+  Nested([&] { Native().Dialogs().Message(NativeText(text)); });
 }
 
 void ShowURL(const Text& url) { Native().Desktop().OpenUrl(NativeText(url)); }
