@@ -49,7 +49,7 @@ void TakeUrl(QtMsgType, const QMessageLogContext&, const QString& message) {
 
 class QtHands : public Hands {
  public:
-  QtHands() : mSide(qt::MakeSide(mArgumentCount, mArguments)) {
+  QtHands() {
     gUrls.clear();
     qInstallMessageHandler(TakeUrl);
     qApp->installEventFilter(&mMessages);
@@ -229,11 +229,8 @@ class QtHands : public Hands {
     QApplication::sendEvent(target, &event);
   }
 
-  int mArgumentCount = 1;
-  char mName[8] = "quorvel";
-  char* mArguments[2] = {mName, nullptr};
   MessageReader mMessages;
-  std::unique_ptr<native::Side> mSide;
+  std::unique_ptr<native::Side> mSide = qt::MakeSide("quorvel");
   QWidget* mGrabbed = nullptr;
 };
 

@@ -7,6 +7,8 @@
 #include <utility>
 #include <vector>
 
+#include "native/quit_signals.h"
+
 namespace quorvel::headless {
 
 class EventLoop::Holder : public native::Subscription {
@@ -21,6 +23,20 @@ class EventLoop::Holder : public native::Subscription {
  private:
   Sources& mSources;
   std::shared_ptr<Source> mSource;
+};
+
+class EventLoop::QuitHolder : public native::Subscription {
+ public:
+  QuitHolder(EventLoop& loop, native::Callback asked)
+      : mWatch(loop.Watch(mSignals.Descriptor(), [this, asked = std::move(asked)] {
+          // The descriptor stays readable.
+          mWatch.reset();
+          asked();
+        })) {}
+
+ private:
+  QuitSignals mSignals;
+  std::unique_ptr<native::Subscription> mWatch;
 };
 
 namespace {
@@ -46,7 +62,12 @@ std::unique_ptr<native::Subscription> EventLoop::Repeat(std::chrono::millisecond
   return Add(mTimers, {.period = period, .due = mClock() + period, .callback = std::move(fired)});
 }
 
+std::unique_ptr<native::Subscription> EventLoop::WatchQuit(native::Callback asked) {
+  return std::make_unique<QuitHolder>(*this, std::move(asked));
+}
+
 void EventLoop::Run() {
+  mStopped = false;
   while (!TakeStop()) Deliver(-1);
 }
 

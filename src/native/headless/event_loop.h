@@ -29,6 +29,8 @@ class EventLoop : public native::EventLoop {
   /// `period` is at least 1 ms. A timer that is late by whole periods fires once for all of them.
   std::unique_ptr<native::Subscription> Repeat(std::chrono::milliseconds period,
                                                native::Callback fired) override;
+  /// Signals are the only requests: there is no desktop.
+  std::unique_ptr<native::Subscription> WatchQuit(native::Callback asked) override;
   /// Adds a step that `Run` or `Turn` takes later; steps are taken in order, one in each turn.
   void Post(native::Callback step) { mSteps.push_back(std::move(step)); }
 
@@ -52,6 +54,7 @@ class EventLoop : public native::EventLoop {
   };
   using Sources = std::list<std::shared_ptr<Source>>;
   class Holder;
+  class QuitHolder;
 
   static std::unique_ptr<native::Subscription> Add(Sources& sources, Source source);
   bool TakeStep();

@@ -1,8 +1,9 @@
 #include "native/qt/side.h"
 
-#include <clocale>
+#include <QApplication>
+#include <QSettings>
+#include <string>
 
-#include "native/qt/application.h"
 #include "native/qt/desktop.h"
 #include "native/qt/dialogs.h"
 #include "native/qt/event_loop.h"
@@ -12,16 +13,24 @@ namespace quorvel::qt {
 
 namespace {
 
+// The toolkit's file dialog would keep its look and its history in QtProject.conf in the user's
+// configuration folder. No file can be made below this path, so the toolkit keeps nothing.
+void KeepNoSettings() {
+  for (const auto format : {QSettings::NativeFormat, QSettings::IniFormat}) {
+    QSettings::setPath(format, QSettings::UserScope, "/dev/null");
+  }
+}
+
 class Side final : public native::Side {
  public:
-  Side(int& argc, char** argv) : application(argc, argv), loop(application), windows(loop) {
+  explicit Side(const char* program_name)
+      : name(program_name), application(argument_count, arguments), windows(loop) {
     QCoreApplication::setApplicationName("Quorvel");
     QCoreApplication::setQuitLockEnabled(false);
     QApplication::setQuitOnLastWindowClosed(false);
-    // The application has taken on the user's locale; numbers in texts stay what they were.
-    std::setlocale(LC_NUMERIC, "C");
+    KeepNoSettings();
   }
-  // Widgets that wait for their end cannot outlive the application.
+  // Widgets that were given to deleteLater() cannot outlive the application.
   ~Side() override { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }
   Side(const Side&) = delete;
   Side& operator=(const Side&) = delete;
@@ -34,7 +43,11 @@ class Side final : public native::Side {
   SocketCalls& Sockets() override { return PosixSocketCalls(); }
 
  private:
-  Application application;
+  // The toolkit sees the program's name alone, so no option of the toolkit has an effect.
+  std::string name;
+  int argument_count = 1;
+  char* arguments[2] = {name.data(), nullptr};
+  QApplication application;
   EventLoop loop;
   qt::Windows windows;
   qt::Dialogs dialogs;
@@ -43,8 +56,8 @@ class Side final : public native::Side {
 
 }  // namespace
 
-std::unique_ptr<native::Side> MakeSide(int& argc, char** argv) {
-  return std::make_unique<Side>(argc, argv);
+std::unique_ptr<native::Side> MakeSide(const char* program_name) {
+  return std::make_unique<Side>(program_name);
 }
 
 }  // namespace quorvel::qt

@@ -1,6 +1,7 @@
 #include "platform/runtime/runtime.h"
 
 #include <exception>
+#include <memory>
 #include <set>
 #include <string>
 
@@ -16,6 +17,7 @@ enum class Phase : uint8_t { Starting, Running, Quitting, Ended };
 struct Runtime {
   native::Side* side = nullptr;
   Ref<RuntimeClient> app;
+  std::unique_ptr<native::Subscription> quit_requests;
   Phase phase = Phase::Starting;
   int depth = 0;
   std::set<std::string> classes_shown;
@@ -87,8 +89,10 @@ Ref<RuntimeClient> _GetAppObject() { return State().app; }
 
 void _RuntimeRun() {
   State().phase = Phase::Running;
+  State().quit_requests = Native().Loop().WatchQuit([] { Dispatch([] { Quit(0); }); });
   Dispatch([] { State().app->_Open(); });
   if (State().phase != Phase::Ended) Native().Loop().Run();
+  State().quit_requests.reset();
 }
 
 void Quit(int32_t) {
