@@ -1,5 +1,6 @@
 #include "native/qt/desktop.h"
 
+#include <unistd.h>
 #include <QAudioDevice>
 #include <QCoreApplication>
 #include <QDesktopServices>
@@ -9,11 +10,11 @@
 #include <QSoundEffect>
 #include <QStandardPaths>
 #include <QUrl>
+
 #include <algorithm>
-#include <cstdio>
-#include <string>
 
 #include "native/qt/strings.h"
+#include "native/standard_error.h"
 
 namespace quorvel::qt {
 
@@ -70,9 +71,6 @@ void Desktop::PlaySound(const std::filesystem::path& file) {
   sound->play();
 }
 
-void Desktop::ReportError(std::string_view line) {
-  const std::string whole = std::string(line) + '\n';
-  std::fwrite(whole.data(), 1, whole.size(), stderr);
-}
+void Desktop::ReportError(std::string_view line) { OfferLine(STDERR_FILENO, line); }
 
 }  // namespace quorvel::qt

@@ -99,6 +99,7 @@ void FolderItem::Name(const Text& name) {
 
 Ref<TextInputStream> FolderItem::OpenAsTextFile() const {
   const int file = Native().Files().OpenToRead(mPath.string());
+  if (file < 0) NoteFailedOpen(mPath.string(), errno);
   return file < 0 ? Nil : New<TextInputStream>(file);
 }
 

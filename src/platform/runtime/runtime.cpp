@@ -1,12 +1,28 @@
+// The sequence of a quit:
+// 1. Quit sets the phase to Quitting and raises EndException, which unwinds the running handler.
+// 2. Dispatch, which had called that handler, catches the exception. depth counts the calls of
+//    Dispatch on the stack.
+// 3. At a depth above 1 another handler further out waits in a dialog or in DoEvents. Dispatch
+// calls
+//    EventLoop::Stop, so that the dialog ends; Nested, which had opened the dialog, raises
+//    EndException again, and the outer handler unwinds to its own Dispatch.
+// 4. At depth 1 no handler is left on the stack. EndApplication closes the windows, fires the
+//    application's Close, sets the phase to Ended and stops the event loop.
+// 5. EventLoop::Run returns, and so does _RuntimeRun. After a quit in the application's Open,
+//    _RuntimeRun never calls EventLoop::Run.
+// SIGTERM, SIGINT and the desktop's end of the session arrive as an event whose handler calls Quit.
+
 #include "platform/runtime/runtime.h"
 
 #include <exception>
 #include <memory>
-#include <set>
 #include <string>
+#include <system_error>
+#include <utility>
 
 #include "native/native.h"
 #include "platform/values/exceptions.h"
+#include "platform/values/text.h"
 
 namespace quorvel {
 
@@ -20,7 +36,8 @@ struct Runtime {
   std::unique_ptr<native::Subscription> quit_requests;
   Phase phase = Phase::Starting;
   int depth = 0;
-  std::set<std::string> classes_shown;
+  ErrorReports reports;
+  std::string failed_open;  // noted by the innermost handler on the stack
 };
 
 Runtime& State() {
@@ -28,17 +45,26 @@ Runtime& State() {
   return state;
 }
 
-void ShowOnce(const std::string& class_name, const std::string& line) {
-  if (State().phase != Phase::Running) return;
-  if (!State().classes_shown.insert(class_name).second) return;
-  Native().Dialogs().Message("Something went wrong inside Quorvel, which goes on running.\n\n" +
-                             line);
+void _UnhandledException(const std::string& class_name, const std::string& message, Origin origin) {
+  const Origin shown_to = State().phase == Phase::Running ? origin : Origin::Background;
+  const auto [line, box] = State().reports.Report({class_name, message, State().failed_open},
+                                                  shown_to, Native().Desktop().Now());
+  if (!line.empty()) Native().Desktop().ReportError(line);
+  if (!box.empty()) Native().Dialogs().Message(NativeText(Text::FromBytes(box)));
 }
 
-void _UnhandledException(const std::string& class_name, const std::string& message) {
-  const std::string line = class_name + ": " + message;
-  Native().Desktop().ReportError(line);
-  ShowOnce(class_name, line);
+void RunAndReportFrom(Origin origin, const std::function<void()>& handler) noexcept {
+  try {
+    handler();
+  } catch (const EndException&) {
+  } catch (const RuntimeException& exception) {
+    const bool handled = State().app && State().app->_Unhandled(exception);
+    if (!handled) _UnhandledException(exception.ClassName(), exception.what(), origin);
+  } catch (const std::exception& exception) {
+    _UnhandledException("std::exception", exception.what(), origin);
+  } catch (...) {
+    _UnhandledException("unknown exception", "no message", origin);
+  }
 }
 
 constexpr int32_t kDefaultWaitMs = 10;
@@ -53,18 +79,12 @@ void EndApplication() {
 
 }  // namespace
 
-void RunAndReport(const std::function<void()>& handler) noexcept {
-  try {
-    handler();
-  } catch (const EndException&) {
-  } catch (const RuntimeException& exception) {
-    const bool handled = State().app && State().app->_Unhandled(exception);
-    if (!handled) _UnhandledException(exception.ClassName(), exception.what());
-  } catch (const std::exception& exception) {
-    _UnhandledException("std::exception", exception.what());
-  } catch (...) {
-    _UnhandledException("unknown exception", "no message");
-  }
+void RunAndReport(const std::function<void()>& step) noexcept {
+  RunAndReportFrom(Origin::Background, step);
+}
+
+void NoteFailedOpen(const std::string& path, int error_number) {
+  State().failed_open = path + ": " + std::generic_category().message(error_number);
 }
 
 void RuntimeInit(native::Side& side) {
@@ -101,17 +121,18 @@ void Quit(int32_t) {
   RaiseEnd();
 }
 
-void Dispatch(const std::function<void()>& handler, Origin) noexcept {
+void Dispatch(const std::function<void()>& handler, Origin origin) noexcept {
   ++State().depth;
-  RunAndReport(handler);
+  auto outer_failed_open = std::exchange(State().failed_open, {});
+  RunAndReportFrom(origin, handler);
   if (State().phase == Phase::Quitting) {
-    // A handler further out goes on unwinding first; its dialog or turn of the loop ends here.
     if (State().depth == 1) {
       EndApplication();
     } else {
       Native().Loop().Stop();
     }
   }
+  State().failed_open = std::move(outer_failed_open);
   --State().depth;
 }
 

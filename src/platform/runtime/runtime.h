@@ -2,9 +2,11 @@
 
 #include <cstdint>
 #include <functional>
+#include <string>
 #include <type_traits>
 #include <utility>
 
+#include "platform/runtime/error_reports.h"
 #include "platform/values/object.h"
 
 namespace quorvel {
@@ -52,15 +54,10 @@ void _RuntimeRun();
 /// under way it returns and changes nothing.
 void Quit(int32_t exit_code);
 
-/// Who caused an event.
-enum class Origin : uint8_t {
-  User,        ///< a command, a button, a window, the start of the program
-  Background,  ///< a socket, a timer
-};
-
 /// The one door through which native callbacks enter the program. Runs `handler`; an exception
 /// that comes out becomes the quit (`EndException`) or is reported as unhandled, and the event
-/// loop goes on. Nothing is ever thrown through the caller's frames.
+/// loop goes on. Nothing is ever thrown through the caller's frames. The report of an exception
+/// out of an event of `Origin::Background` shows no message box.
 void Dispatch(const std::function<void()>& handler, Origin origin = Origin::User) noexcept;
 
 /// A callback for a native object: runs `handler` (a function of `T&`, or a method of `T`) on
@@ -77,9 +74,13 @@ template <class T, class Handler>
   };
 }
 
-/// Runs `handler` and lets no exception out: an `EndException` has done its work by unwinding, any
-/// other exception is reported as unhandled.
-void RunAndReport(const std::function<void()>& handler) noexcept;
+/// Runs a step of the quit and lets no exception out: an `EndException` has done its work by
+/// unwinding, any other exception is reported as unhandled, without a message box.
+void RunAndReport(const std::function<void()>& step) noexcept;
+
+/// Notes that the open of the file at `path` failed with `error_number`, an `errno`. When an
+/// exception comes out of the same handler, its report names the file and the reason.
+void NoteFailedOpen(const std::string& path, int error_number);
 
 namespace detail {
 void RunNested(const std::function<void()>& call);
@@ -103,13 +104,13 @@ std::invoke_result_t<Call> Nested(const Call& call) {
 /// there is nobody to yield to.
 inline void RuntimeBackgroundTask() {}
 
-/// Stands for the stack check of a routine that is defined to call itself after each sweep that
-/// finds something, and runs as a loop instead, so that no depth uses up machine stack.
+/// Guards a loop that stands for a routine calling itself after each sweep: the loop uses up no
+/// machine stack, so a loop without an end must be found by its sweeps.
 class StackCheck {
  public:
   enum class Sweep : uint8_t { Changed, Unchanged };
-  /// Sweeps that change nothing can never end: the second one in a row raises
-  /// `StackOverflowException`.
+  /// Counts a sweep. The second sweep in a row that changes nothing raises
+  /// `StackOverflowException`, because no later sweep can change anything either.
   void Deeper(Sweep sweep);
 
  private:
