@@ -103,9 +103,10 @@ void wHelp::CreateLink(const Text& name, PropertySet table, const std::function<
   std::vector<Property> properties(std::begin(kLink), std::end(kLink));
   properties.insert(properties.end(), table.begin(), table.end());
   const auto link = CreateControl<StaticText>(name, properties);
-  const auto cursor = [weak = link.Shared()->weak_from_this()](const Ref<MouseCursor>& shape) {
-    return [weak, shape](int32_t, int32_t) {
-      if (const auto object = weak.lock()) Cast<RectControl>(Ref(object))->MouseCursor(shape);
+  // The link owns its handlers, so the link is there whenever a handler runs.
+  const auto cursor = [link = &*link](const Ref<MouseCursor>& shape) {
+    return [link, shape](int32_t, int32_t) {
+      link->MouseCursor(shape);
       return true;
     };
   };

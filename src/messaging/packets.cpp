@@ -1,6 +1,10 @@
 // What goes out as a packet, and what comes in as a stream of them for each sender; see
 // docs/wire-format.md.
 
+#include <algorithm>
+#include <cstdint>
+#include <limits>
+
 #include "messaging/easy_udp_socket.h"
 #include "platform/runtime/runtime.h"
 
@@ -11,6 +15,12 @@ constexpr int32_t kLengthOffset = 0;
 constexpr int32_t kCommandOffset = 4;
 constexpr int32_t kHeaderSize = 8;
 
+// The length field has 31 bits: data of 2 GiB, which no datagram takes, is cut.
+int32_t PacketSize(const Text& data) {
+  constexpr int64_t kMost = std::numeric_limits<int32_t>::max();
+  return static_cast<int32_t>(std::min(int64_t{kHeaderSize} + LenB(data), kMost));
+}
+
 // A length below the header's gives no payload, whatever its sign.
 int32_t PayloadSize(int32_t packet_length) {
   return packet_length < kHeaderSize ? 0 : packet_length - kHeaderSize;
@@ -18,10 +28,9 @@ int32_t PayloadSize(int32_t packet_length) {
 }  // namespace
 
 MemoryBlock EasyUDPSocket::CreatePacket(int32_t command, const Text& data) {
-  const int32_t size = LenB(data);
-  MemoryBlock packet(kHeaderSize + size);
+  MemoryBlock packet(PacketSize(data));
   packet.LittleEndian(false);
-  packet.Long(kLengthOffset, kHeaderSize + size);
+  packet.Long(kLengthOffset, packet.Size());
   packet.Long(kCommandOffset, command);
   packet.StringValue(kHeaderSize, packet.Size() - kHeaderSize, data);
   return packet;
@@ -51,7 +60,7 @@ void EasyUDPSocket::ProcessData() {
       const Text buffer = mBuffers.Value(from);
       int32_t consumed = 0;
       if (CheckForSingleMessage(from, buffer, consumed)) {
-        const Text rest = MidB(buffer, consumed + 1);
+        const Text rest = MidB(buffer, int64_t{consumed} + 1);
         mBuffers.Value(from, rest);
         found = true;
         if (LenB(rest) != LenB(buffer)) sweep = StackCheck::Sweep::Changed;

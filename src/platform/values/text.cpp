@@ -114,7 +114,7 @@ Text Mid(const Text& text, int32_t start) {
   return Mid(text, start, std::numeric_limits<int32_t>::max());
 }
 
-Text MidB(const Text& text, int32_t start) {
+Text MidB(const Text& text, int64_t start) {
   if (start < 1) return {};
   return text.ByteRange(static_cast<size_t>(start) - 1, text.Bytes().size());
 }

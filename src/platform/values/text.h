@@ -84,7 +84,7 @@ inline constexpr EndOfLineMark EndOfLine;
 [[nodiscard]] Text Mid(const Text& text, int32_t start, int32_t length);
 [[nodiscard]] Text Mid(const Text& text, int32_t start);
 /// The rest of the bytes from byte position `start` on; empty when that lies below 1.
-[[nodiscard]] Text MidB(const Text& text, int32_t start);
+[[nodiscard]] Text MidB(const Text& text, int64_t start);
 
 /// The code of the first character: its code point, or the byte when it is no part of a
 /// well-formed sequence; 0 for an empty text.

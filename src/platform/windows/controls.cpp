@@ -155,7 +155,7 @@ void EditField::Text(const quorvel::Text& text) {
   if (!mNative) return;
   // Bytes that follow half a character would be converted apart from that half.
   if (!text.Extends(old) || !EndsInAscii(old)) return mNative->SetText(NativeText(text));
-  const quorvel::Text added = MidB(text, LenB(old) + 1);
+  const quorvel::Text added = MidB(text, int64_t{LenB(old)} + 1);
   if (!added.IsEmpty()) mNative->AppendText(NativeText(added));
 }
 
@@ -202,11 +202,8 @@ bool PushButton::HasEvent(std::string_view event) const {
 }
 
 void PushButton::MakeNative(native::Window& window) {
-  mNative = window.AddButton(mState, [weak = weak_from_this()] {
-    if (const auto button = std::static_pointer_cast<PushButton>(weak.lock())) {
-      Dispatch([&] { button->_Fire("Action"); });
-    }
-  });
+  const auto press = [](PushButton& button) { button._Fire("Action"); };
+  mNative = window.AddButton(mState, WhileAlive(*this, press));
 }
 
 bool Canvas::AssignProperty(const Property& property) {
