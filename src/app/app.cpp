@@ -1,6 +1,5 @@
 #include "app/app.h"
 
-#include "app/os_version.h"
 #include "help/about_window.h"
 #include "help/help_window.h"
 #include "key/key_is_window.h"
@@ -11,6 +10,41 @@
 #include "ui/menu_bar.h"
 
 namespace quorvel {
+
+namespace {
+
+// Tests for Windows versions. The program does not run on Windows, so each test answers False.
+namespace OSVersionInformation {
+
+bool mInitialized = false;
+bool mIs2K = false;
+bool mIs95 = false;
+bool mIs98 = false;
+bool mIsME = false;
+bool mIsNT4 = false;
+bool mIsXP = false;
+bool mIsXPPlus = false;
+
+void Initialize() {
+  if (!mInitialized) mInitialized = true;
+}
+
+bool Flag(const bool& flag) {
+  Initialize();
+  return flag;
+}
+
+bool Is2k() { return Flag(mIs2K); }
+bool Is95() { return Flag(mIs95); }
+bool Is98() { return Flag(mIs98); }
+bool IsME() { return Flag(mIsME); }
+bool IsNT4() { return Flag(mIsNT4); }
+bool IsXP() { return Flag(mIsXP); }
+bool IsXPPlus() { return Flag(mIsXPPlus); }
+
+}  // namespace OSVersionInformation
+
+}  // namespace
 
 namespace app {
 

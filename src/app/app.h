@@ -7,7 +7,7 @@ namespace quorvel {
 
 namespace app {
 
-/// The application object: the way from the start of the process to its first window, and out.
+/// The application object: leads from the start of the process to the first window, and out.
 class App : public Application {
  public:
   void Event_Open() override;
