@@ -14,8 +14,8 @@ namespace {
 
 void _NewAppInstance() {
   const auto app = New<app::App>();
-  _RuntimeRegisterAppObject(app);
   app->MenuBar(MenuBar1());
+  _RuntimeRegisterAppObject(app);
 }
 
 void _ApplicationAddMenuHandlers() {
@@ -28,6 +28,7 @@ void _ApplicationAddMenuHandlers() {
 void finalize() {
   _ReleaseResources();
   _WindowSupport::ReleaseAll();
+  App()->MenuBar(Nil);
   _ReleaseMenuBar1();
   mGlobals::_Release();
   FileTypes1::pText = Nil;

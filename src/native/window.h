@@ -94,6 +94,8 @@ class Windows {
   /// Shows the whole menu bar; called again after each change of an entry. `listener` outlives this
   /// object, or `ForgetMenuBar` comes first.
   virtual void ShowMenuBar(const std::vector<MenuEntry>& menus, MenuListener& listener) = 0;
+  /// Empties the menu bar and drops its listener. Called once, after the event loop has ended.
+  virtual void ForgetMenuBar() = 0;
 };
 
 }  // namespace quorvel::native

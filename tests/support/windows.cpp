@@ -102,6 +102,7 @@ const native::MenuEntry* FindIn(const std::vector<native::MenuEntry>& entries,
 }  // namespace
 
 std::unique_ptr<native::Window> Windows::Create(native::WindowListener& listener) {
+  ++created;
   return std::make_unique<Window>(*this, listener);
 }
 
@@ -109,6 +110,11 @@ void Windows::ShowMenuBar(const std::vector<native::MenuEntry>& menus_now,
                           native::MenuListener& listener) {
   menus = menus_now;
   mMenuListener = &listener;
+}
+
+void Windows::ForgetMenuBar() {
+  menus.clear();
+  mMenuListener = nullptr;
 }
 
 std::shared_ptr<ShownWindow> Windows::Find(std::string_view title) const {

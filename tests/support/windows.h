@@ -39,6 +39,7 @@ class Windows : public native::Windows {
   std::unique_ptr<native::Window> Create(native::WindowListener& listener) override;
   void ShowMenuBar(const std::vector<native::MenuEntry>& menus_now,
                    native::MenuListener& listener) override;
+  void ForgetMenuBar() override;
 
   /// The open window of that title, or null.
   [[nodiscard]] std::shared_ptr<ShownWindow> Find(std::string_view title) const;
@@ -55,6 +56,7 @@ class Windows : public native::Windows {
 
   std::vector<std::shared_ptr<ShownWindow>> open;
   std::vector<native::MenuEntry> menus;
+  int created = 0;  ///< windows, open or not
 
  private:
   native::MenuListener* mMenuListener = nullptr;

@@ -77,6 +77,11 @@ void Windows::ShowMenuBar(const std::vector<native::MenuEntry>& new_menus,
   menu_check.start(0);
 }
 
+void Windows::ForgetMenuBar() {
+  if (menu_listener != nullptr) ShowMenuBar({}, *menu_listener);
+  menu_listener = nullptr;
+}
+
 void Windows::ShowMenusIn(Frame& frame) {
   if (menu_listener != nullptr) frame.ShowMenus(menus, *menu_listener);
 }

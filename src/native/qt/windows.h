@@ -22,6 +22,7 @@ class Windows final : public QObject, public native::Windows, private native::Wi
   [[nodiscard]] std::unique_ptr<native::Window> Create(native::WindowListener& listener) override;
   void ShowMenuBar(const std::vector<native::MenuEntry>& new_menus,
                    native::MenuListener& listener) override;
+  void ForgetMenuBar() override;
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;

@@ -9,7 +9,11 @@ namespace quorvel {
 
 void Application::MenuBar(const Ref<quorvel::MenuBar>& menu_bar) {
   mMenuBar = menu_bar;
-  menu_bar->_ShowOnDesktop();
+  if (menu_bar) {
+    menu_bar->_ShowOnDesktop();
+  } else {
+    Native().Windows().ForgetMenuBar();
+  }
 }
 
 void Application::_AddMenuHandler(const Text& item_name, MenuHandler handler) {

@@ -9,7 +9,8 @@ namespace quorvel {
 class Application : public RuntimeClient {
  public:
   [[nodiscard]] const Ref<quorvel::MenuBar>& MenuBar() const { return mMenuBar; }
-  /// Shows the bar on the desktop from now on.
+  /// Shows the bar on the desktop from now on. Nil takes the bar off the desktop, which must happen
+  /// before the last reference to the bar goes.
   void MenuBar(const Ref<quorvel::MenuBar>& menu_bar);
 
   /// Raises `RuntimeException` when no item of the menu bar has the name.

@@ -32,10 +32,9 @@ bool Timer::AssignProperty(const Property& property) {
 void Timer::Restart() {
   mRunning.reset();
   if (mSettings.Mode != kModeMultiple) return;
-  mRunning = Native().Loop().Repeat(
-      std::chrono::milliseconds(mSettings.Period),
-      WhileAlive(
-          *this, [](Timer& timer) { timer._Fire("Action"); }, Origin::Background));
+  const auto fire = [](Timer& timer) { timer._Fire("Action"); };
+  mRunning = Native().Loop().Repeat(std::chrono::milliseconds(mSettings.Period),
+                                    WhileAlive(*this, fire, Origin::Background));
 }
 
 }  // namespace quorvel

@@ -12,9 +12,12 @@ namespace quorvel {
 class _PaneChild {
  public:
   virtual ~_PaneChild() = default;
+  /// The window closes. Other references may keep the object for longer.
+  virtual void _WindowCloses() = 0;
 };
 
-/// Fires "Action" every `Period` milliseconds while `Mode` is 2, until its last reference goes.
+/// Fires "Action" every `Period` milliseconds while `Mode` is 2, until the timer's window closes or
+/// its last reference goes.
 class Timer : public Component, public _PaneChild {
  public:
   static constexpr int32_t kModeMultiple = 2;
@@ -23,6 +26,8 @@ class Timer : public Component, public _PaneChild {
   void Mode(int32_t mode);
   [[nodiscard]] int32_t Period() const { return mSettings.Period; }
   void Period(int32_t milliseconds);
+
+  void _WindowCloses() override { mRunning.reset(); }
 
  protected:
   [[nodiscard]] bool AssignProperty(const Property& property) override;

@@ -143,6 +143,9 @@ Ref<Object> Window::_Control(const Text& name) const {
 
 void Window::ReleaseControls() {
   for (const auto& control : std::exchange(_mControlList, {})) control->Close();
+  for (const auto& [name, object] : _mControls) {
+    if (auto* const child = dynamic_cast<_PaneChild*>(&*object)) child->_WindowCloses();
+  }
   _mControls.clear();
   mClickClaimedBy = Nil;
 }
