@@ -117,6 +117,9 @@ class Broken : public Bare {
 
 class ProbeApp : public Application {
  public:
+  void Event_Open() override {
+    if (const auto then = gThen["application's open"]) then();
+  }
   void Event_Close() override { Happens("application's close"); }
 };
 
@@ -145,6 +148,7 @@ class Contract : public testing::Test {
   ~Contract() override {
     gThen.clear();
     for (const auto& window : _WindowSupport::Windows()) window->Close();
+    mApp->MenuBar(Nil);
     static_cast<void>(RuntimeExit());
     gEvents.clear();
   }
@@ -170,6 +174,14 @@ class Contract : public testing::Test {
     auto probe = ImplicitWindow<Probe>();
     gEvents.clear();
     return probe;
+  }
+
+  static Ref<Timer> TickingTimer(const std::string& tick) {
+    auto timer = New<Timer>();
+    timer->_Install("Action", [tick](int32_t, int32_t) { return Happens(tick), true; });
+    timer->Period(1);
+    timer->Mode(Timer::kModeMultiple);
+    return timer;
   }
 
   std::unique_ptr<Hands> mHands = Hands::Make();
@@ -250,6 +262,32 @@ TEST_F(Contract, AQuitUnwindsEachHandlerAroundIt) {
     });
     EXPECT_THAT(Happened(), ElementsAre("asked", "close", "application's close"));
   }
+  EXPECT_THAT(mHands->Messages(), ElementsAre("up"));
+}
+
+TEST_F(Contract, ARequestFromOutsideQuitsAlsoBeforeTheLoopRuns) {
+  OpenProbe();
+  RunsUntilQuit([&] { mHands->AskToQuit(); });
+  EXPECT_THAT(Happened(), ElementsAre("quits", "close", "application's close"));
+
+  Start();
+  gThen["application's open"] = [&] {
+    mHands->WhileNextMessageIsUp([&] {
+      mHands->AskToQuit();
+      mHands->Side().Loop().Turn(0);
+    });
+    MsgBox("up");
+    Happens("behind the message");
+  };
+  _RuntimeRun();
+  EXPECT_THAT(Happened(), ElementsAre("application's close"));
+  EXPECT_THAT(mHands->Messages(), ElementsAre("up"));
+}
+
+TEST_F(Contract, AStopBeforeTheLoopRunsEndsNothing) {
+  mHands->Side().Loop().Stop();
+  Running([] { Happens("event"); });
+  EXPECT_THAT(Happened(), ElementsAre("event"));
 }
 
 TEST_F(Contract, EachKindOfUnhandledExceptionIsShownOnceAndTheLoopGoesOn) {
@@ -263,8 +301,12 @@ TEST_F(Contract, EachKindOfUnhandledExceptionIsShownOnceAndTheLoopGoesOn) {
     }
     gThen["button"] = [] { throw std::runtime_error("of the library"); };
     mHands->PressButton("button");
+    const auto timer = TickingTimer("tick");
+    gThen["tick"] = [] { throw OutOfBoundsException("without a message box"); };
+    EXPECT_TRUE(
+        mHands->WaitUntil([] { return testing::Value(gEvents, testing::Contains("tick")); }));
   });
-  EXPECT_THAT(mHands->Messages(), ElementsAre(testing::HasSubstr("RuntimeException: one"),
+  EXPECT_THAT(mHands->Messages(), ElementsAre(testing::EndsWith("one\n\n(RuntimeException)"),
                                               testing::HasSubstr("NilObjectException"),
                                               testing::HasSubstr("of the library")));
   EXPECT_TRUE(mHands->IsOpen("Probe"));
@@ -286,6 +328,17 @@ TEST_F(Contract, ThingsMayGoInsideTheirOwnHandlers) {
   timer->Mode(Timer::kModeMultiple);
   EXPECT_TRUE(mHands->WaitUntil([&] { return fired > 0; }));
   EXPECT_EQ(fired, 1);
+}
+
+TEST_F(Contract, ATimerEndsWithItsWindow) {
+  const auto probe = OpenProbe();
+  const auto owned = TickingTimer("window's");
+  const auto free = TickingTimer("free");
+  probe->_AddControl("timer", owned);
+  probe->Close();
+  gEvents.clear();
+  EXPECT_TRUE(mHands->WaitUntil([] { return gEvents.size() > 2; }));
+  EXPECT_THAT(Happened(), testing::Each("free"));
 }
 
 TEST_F(Contract, MenusFollowTheFrontWindow) {

@@ -42,12 +42,14 @@ TEST(EventLoop, RunsUntilACallbackStopsTheLoop) {
   loop.Run();
   EXPECT_GE(std::chrono::steady_clock::now() - start, 1ms);
   EXPECT_THAT(events, ElementsAre("step", "timer", "watch"));
-  // A stop before a run ends the run at once.
+  // A stop before a run does not end the run.
   loop.Stop();
+  loop.Post([&] { loop.Post([&] { loop.Stop(); }); });
+  loop.Post([&] { events.emplace_back("second run"); });
   loop.Run();
   // Neither subscription is left.
   loop.Turn(5);
-  EXPECT_EQ(events.size(), 3U);
+  EXPECT_EQ(events.size(), 4U);
 }
 
 TEST(EventLoop, ATurnEndsWithTheFirstEvent) {

@@ -71,11 +71,8 @@ class QtFields : public testing::Test {
     QApplication::sendEvent(&over, &event);
   }
 
-  int mCount = 1;
-  char mName[8] = "quorvel";
-  char* mArguments[2] = {mName, nullptr};
   Recorder mUser;
-  std::unique_ptr<native::Side> mSide = qt::MakeSide(mCount, mArguments);
+  std::unique_ptr<native::Side> mSide = qt::MakeSide("quorvel");
   native::WindowState mState;
   std::unique_ptr<native::Window> mWindow = mSide->Windows().Create(mUser);
 };

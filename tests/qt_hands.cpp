@@ -20,7 +20,8 @@ namespace quorvel {
 
 namespace {
 
-// Each message box is noted, lived through, and dismissed.
+// Notes the text of each message box, and dismisses the box. An act during which the program has
+// to end the box itself is followed by a note when the act left the box open.
 class MessageReader : public QObject {
  public:
   bool eventFilter(QObject* watched, QEvent* event) override {
@@ -28,7 +29,9 @@ class MessageReader : public QObject {
     if (box != nullptr && event->type() == QEvent::Show) {
       QTimer::singleShot(0, box, [this, box] {
         texts.push_back(box->text().toStdString());
+        const bool ends_box = act != nullptr;
         if (act) std::exchange(act, nullptr)();
+        if (ends_box && box->isVisible()) texts.emplace_back("left open");
         box->accept();
       });
     }
@@ -146,6 +149,10 @@ class QtHands : public Hands {
   }
   void ReleaseMouse(const std::string& title, int x, int y) override {
     Mouse(QEvent::MouseButtonRelease, title, x, y);
+  }
+  void AskToQuit() override {
+    QEvent quit(QEvent::Quit);
+    QCoreApplication::sendEvent(qApp, &quit);
   }
   void WhileNextMessageIsUp(std::function<void()> act) override { mMessages.act = std::move(act); }
 

@@ -84,8 +84,7 @@ def start_program(started):
     return program
 
 
-def close(program, window_id):
-    keys(window_id, "alt+F4")
+def expect_end(program):
     if program.wait(timeout=20) != 0:
         sys.exit(f"the program ended with {program.returncode}")
 
@@ -111,11 +110,14 @@ def first_run(home, started):
     written = (home / "Documents" / "Quorvel" / "QuorvelKeyFile").read_text()
     if written != "1.0.5\n" + KEY:
         sys.exit(f"the key file holds {written!r}")
-    close(program, listening)
+    keys(listening, "alt+F4")
+    expect_end(program)
+    if list(home.rglob("QtProject.conf")):
+        sys.exit("the save dialog left its settings behind")
 
 
 def second_run(home, started):
-    """The key is known: listen, show, print."""
+    """The key is known: listen, show, print, end by a signal."""
     program = start_program(started)
     window_id = window(TITLE)
     expect_group()
@@ -126,7 +128,8 @@ def second_run(home, started):
     wait_for("the three lines in the log", lambda: log_text(window_id) == expected.strip())
     output("import", "-window", "root", str(PROGRAMS.parent / "smoke.png"))
     check_print(home, window_id, expected)
-    close(program, window_id)
+    program.terminate()
+    expect_end(program)
 
 
 def check_print(home, window_id, expected):

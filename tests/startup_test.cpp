@@ -70,12 +70,15 @@ TEST_F(Startup, EachKeyFileHasItsMessagesAndItsWindow) {
   }
 }
 
-TEST_F(Startup, AFolderNamedLikeTheKeyFileIsReportedAndTheProgramGoesOn) {
-  std::filesystem::create_directories(KeyFile());
-  Start();
+TEST_F(Startup, AKeyFileThatCannotBeReadIsNamedAndTheProgramGoesOn) {
+  mSide.faults.Arrange("OpenToRead", 1, EACCES);
+  Start("1.0.5\nMaple-Room-7");
   EXPECT_THAT(Titles(), IsEmpty());
-  EXPECT_THAT(mSide.desktop.errors, ElementsAre(StartsWith("NilObjectException: ")));
-  EXPECT_THAT(Messages(), ElementsAre(testing::HasSubstr("NilObjectException")));
+  EXPECT_FALSE(mSide.loop.Stopped());
+  const std::string reason = KeyFile().string() + ": Permission denied";
+  EXPECT_THAT(Messages(), ElementsAre("Quorvel could not open a file that it needs.\n\n" + reason +
+                                      "\n\n(NilObjectException)"));
+  EXPECT_THAT(mSide.desktop.errors, ElementsAre(testing::EndsWith(" (" + reason + ")")));
 }
 
 TEST_F(Startup, AMacThatIsTooOldEndsTheProgramBeforeAnyWindow) {
@@ -83,7 +86,7 @@ TEST_F(Startup, AMacThatIsTooOldEndsTheProgramBeforeAnyWindow) {
   for (const auto& [version, listens] :
        {std::pair(0x103F, false), std::pair(0x1040, true), std::pair(0x1500, true)}) {
     mSide.desktop.system_version = version;
-    EXPECT_EQ(RunQuorvel(mSide), 0);
+    static_cast<void>(RunQuorvel(mSide));
     EXPECT_EQ(mSide.sockets.joined.size(), listens ? 1U : 0U);
     EXPECT_EQ(Messages().empty(), listens);
     mSide.sockets.joined.clear();
@@ -111,6 +114,7 @@ TEST_F(Startup, TheMainWindowIsShownThenListensAndLeavesWhenItCloses) {
   mGlobals::EasyUDPSocket1->Poll();
   EXPECT_THAT(Titles(), IsEmpty());
   Finish();
+  EXPECT_THAT(mSide.windows.menus, IsEmpty());
   EXPECT_THAT(mSide.sockets.open, IsEmpty());
   EXPECT_THAT(mSide.desktop.errors, IsEmpty());
 }
@@ -139,6 +143,15 @@ TEST_F(Startup, ANetworkThatDoesNotWorkIsTheSocketsBusinessAlone) {
   Start("1.0.5\nMaple-Room-7");
   EXPECT_THAT(Titles(), ElementsAre(kListening));
   EXPECT_THAT(mSide.sockets.open, IsEmpty());
+  EXPECT_THAT(Messages(), IsEmpty());
+}
+
+TEST_F(Startup, AHostilePacketShowsNoMessageBox) {
+  Start("1.0.5\nMaple-Room-7");
+  mSide.sockets.arriving.emplace_back(1, std::string(8, '\0'));
+  ASSERT_EQ(write(mSide.sockets.open.begin()->second, "", 1), 1);
+  mSide.loop.Turn(0);
+  EXPECT_THAT(mSide.desktop.errors, ElementsAre(StartsWith("StackOverflowException: ")));
   EXPECT_THAT(Messages(), IsEmpty());
 }
 

@@ -53,6 +53,8 @@ class Hands {
   virtual void MoveMouse(const std::string& title, int x, int y) = 0;
   virtual void PressMouse(const std::string& title, int x, int y) = 0;
   virtual void ReleaseMouse(const std::string& title, int x, int y) = 0;
+  /// What the desktop does at the end of the session, or else a signal.
+  virtual void AskToQuit() = 0;
   /// Does this while the next message box is up.
   virtual void WhileNextMessageIsUp(std::function<void()> act) = 0;
 };

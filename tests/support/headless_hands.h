@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <csignal>
 #include <memory>
 #include <string>
 #include <tuple>
@@ -109,6 +110,7 @@ class HeadlessHands : public Hands {
   void ReleaseMouse(const std::string& title, int x, int y) override {
     Listener(title).OnMouseReleased({x, y});
   }
+  void AskToQuit() override { std::raise(SIGTERM); }
   void WhileNextMessageIsUp(std::function<void()> act) override {
     side.dialogs.while_open = std::move(act);
   }

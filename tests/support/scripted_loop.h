@@ -13,6 +13,7 @@ class ScriptedLoop : public headless::EventLoop {
 
   /// Ends also when no step is left and nothing arrives.
   void Run() override {
+    static_cast<void>(TakeStop());
     while (!TakeStop() && Deliver(0)) {
     }
   }

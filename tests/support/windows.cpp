@@ -102,7 +102,6 @@ const native::MenuEntry* FindIn(const std::vector<native::MenuEntry>& entries,
 }  // namespace
 
 std::unique_ptr<native::Window> Windows::Create(native::WindowListener& listener) {
-  ++created;
   return std::make_unique<Window>(*this, listener);
 }
 

@@ -56,7 +56,6 @@ class Windows : public native::Windows {
 
   std::vector<std::shared_ptr<ShownWindow>> open;
   std::vector<native::MenuEntry> menus;
-  int created = 0;  ///< windows, open or not
 
  private:
   native::MenuListener* mMenuListener = nullptr;
