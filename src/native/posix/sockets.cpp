@@ -37,7 +37,7 @@ bool MakeNonBlocking(int socket) {
   return fcntl(socket, F_SETFL, O_NONBLOCK) == 0 && fcntl(socket, F_SETFD, FD_CLOEXEC) == 0;
 }
 
-// Without this, a socket on a shared port also hears the groups that other programs joined.
+// By default on Linux, a socket also hears the groups that other sockets of the host joined.
 bool HearOwnGroupsOnly([[maybe_unused]] int socket) {
 #ifdef IP_MULTICAST_ALL
   return SetOption(socket, IPPROTO_IP, IP_MULTICAST_ALL, int{0});
@@ -138,7 +138,7 @@ class Posix final : public SocketCalls {
                  sizeof remote) >= 0) {
         return true;
       }
-      // A full send buffer empties by itself; one that stays full is a failure.
+      // A full send buffer soon has room again; a buffer that stays full is a failure.
       const bool full = errno == EAGAIN || errno == EWOULDBLOCK || errno == ENOBUFS;
       pollfd writable{socket, POLLOUT, 0};
       if (errno != EINTR && !(full && poll(&writable, 1, kSendPatienceMs) > 0)) return false;

@@ -9,7 +9,7 @@ namespace {
 constexpr uint32_t kMostOctet = 255;
 constexpr int kOctets = 4;
 
-// Takes the digits at the front of `rest`.
+// Takes a number of 0 to 255 off the front of `rest`; nothing when `rest` begins otherwise.
 std::optional<uint32_t> TakeOctet(std::string_view& rest) {
   uint32_t octet = 0;
   size_t digits = 0;

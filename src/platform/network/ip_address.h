@@ -7,12 +7,12 @@
 
 namespace quorvel {
 
-/// The address that a dotted text names: four decimal octets of 0 to 255, leading zeros allowed
-/// and never octal. Nothing when it has another form (`docs/group-address.md`).
+/// The address in a dotted text: four numbers of 0 to 255, decimal even with leading zeros
+/// (`docs/group-address.md`). Nothing for a text of any other form.
 [[nodiscard]] std::optional<Ipv4Address> ParseIpv4(const Text& dotted);
-/// Without leading zeros.
+/// The address as a dotted text, without leading zeros.
 [[nodiscard]] Text FormatIpv4(Ipv4Address address);
-/// Whether it lies in 224.0.0.0/4.
+/// Whether the address lies in 224.0.0.0/4, the addresses of multicast groups.
 [[nodiscard]] bool IsMulticast(Ipv4Address address);
 
 }  // namespace quorvel

@@ -14,7 +14,7 @@ namespace {
 
 constexpr int kReceiveBufferBytes = 4 * 1024 * 1024;
 constexpr InterfaceIndex kSystemChoice = 0;
-// One poll takes no more batches than this, so that a flood leaves time for everything else.
+// The limit of a poll: a flood of datagrams must leave the program time for everything else.
 constexpr int kBatchesPerPoll = 64;
 
 SocketCalls& Calls() { return HasNative() ? Native().Sockets() : PosixSocketCalls(); }
@@ -23,7 +23,7 @@ bool IsNoRoute(int error) {
   return error == ENODEV || error == ENETUNREACH || error == EHOSTUNREACH || error == EADDRNOTAVAIL;
 }
 
-bool Refuse(int error) {
+bool FailWith(int error) {
   errno = error;
   return false;
 }
@@ -52,9 +52,10 @@ void UDPSocket::Connect() {
                                  WhileAlive(*this, &UDPSocket::DeliverBatch, Origin::Background));
 }
 
-// Alone if possible; beside the others when all of them share.
+// Binds the port alone if possible, else beside the sockets that hold the port and share. Either
+// way, later sockets can share the port.
 bool UDPSocket::BindToPort() {
-  if (Port() < 0 || Port() > std::numeric_limits<uint16_t>::max()) return Refuse(EINVAL);
+  if (Port() < 0 || Port() > std::numeric_limits<uint16_t>::max()) return FailWith(EINVAL);
   const auto port = static_cast<uint16_t>(mSendOnly ? 0 : Port());
   if (Calls().Bind(mSocket, port)) return mSendOnly || Calls().SharePort(mSocket);
   return errno == EADDRINUSE && Calls().SharePort(mSocket) && Calls().Bind(mSocket, port);
@@ -85,15 +86,15 @@ void UDPSocket::Close() {
 
 bool UDPSocket::JoinMulticastGroup(const Text& group) {
   const auto address = ParseIpv4(group);
-  if (!address || !IsMulticast(*address)) return Note(Refuse(EINVAL));
+  if (!address || !IsMulticast(*address)) return Note(FailWith(EINVAL));
   if (Calls().Join(mSocket, *address, kSystemChoice)) {
     mJoined[*address].push_back(kSystemChoice);
     return Note(true);
   }
-  return Note(IsNoRoute(errno) && JoinAnywhere(*address));
+  return Note(IsNoRoute(errno) && JoinOnEachInterface(*address));
 }
 
-bool UDPSocket::JoinAnywhere(Ipv4Address group) {
+bool UDPSocket::JoinOnEachInterface(Ipv4Address group) {
   bool joined = false;
   int error = ENODEV;
   for (const InterfaceIndex interface : Calls().UsableInterfaces()) {
@@ -104,13 +105,13 @@ bool UDPSocket::JoinAnywhere(Ipv4Address group) {
       error = errno;
     }
   }
-  return joined || Refuse(error);
+  return joined || FailWith(error);
 }
 
 void UDPSocket::LeaveMulticastGroup(const Text& group) {
   const auto address = ParseIpv4(group);
   if (!address || !IsMulticast(*address)) {
-    Note(Refuse(EINVAL));
+    Note(FailWith(EINVAL));
     return;
   }
   const auto joined = mJoined.extract(*address);
@@ -119,12 +120,12 @@ void UDPSocket::LeaveMulticastGroup(const Text& group) {
   for (const InterfaceIndex interface : interfaces) {
     if (!Calls().Leave(mSocket, *address, interface)) error = errno;
   }
-  Note(error == 0 || Refuse(error));
+  Note(error == 0 || FailWith(error));
 }
 
 void UDPSocket::Write(const Text& address, const Text& data) {
   const auto to = ParseIpv4(address);
-  Note(to ? Send(*to, data) : Refuse(EINVAL));
+  Note(to ? Send(*to, data) : FailWith(EINVAL));
 }
 
 void UDPSocket::Write(const Ref<Datagram>& datagram) {
@@ -132,12 +133,13 @@ void UDPSocket::Write(const Ref<Datagram>& datagram) {
 }
 
 bool UDPSocket::Send(Ipv4Address to, const Text& data) {
-  if (!IsConnected()) return Refuse(ENOTCONN);
+  if (!IsConnected()) return FailWith(ENOTCONN);
   if (Calls().Send(mSocket, to, static_cast<uint16_t>(Port()), data.Bytes())) return true;
   return IsNoRoute(errno) && IsMulticast(to) && SendOnEachInterface(to, data);
 }
 
-// Only the first copy comes back to this host, so that its own listeners hear it once.
+// Only the first interface's datagram comes back to this host, so that listeners on this host hear
+// the datagram once.
 bool UDPSocket::SendOnEachInterface(Ipv4Address group, const Text& data) {
   bool sent = false;
   int error = ENETUNREACH;
@@ -152,7 +154,7 @@ bool UDPSocket::SendOnEachInterface(Ipv4Address group, const Text& data) {
   }
   Calls().SetMulticastInterface(mSocket, kSystemChoice);
   Calls().SetMulticastLoop(mSocket, mSendToSelf);
-  return sent || Refuse(error);
+  return sent || FailWith(error);
 }
 
 Ref<Datagram> UDPSocket::Read(std::nullptr_t) {

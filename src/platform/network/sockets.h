@@ -13,28 +13,31 @@
 
 namespace quorvel {
 
-/// Base of the sockets. Failures show in `LastErrorCode` (the system's `errno`, 0 for success) and
-/// the Error event; nothing is raised.
+/// Base of the sockets. A failure shows in `LastErrorCode` (the system's `errno`, 0 for success); a
+/// failed receive also fires `Event_Error`. No failure raises an exception.
 class SocketCore : public Object {
  public:
-  /// The local port, and the port that all datagrams are sent to; set before `Connect`.
+  /// The local port, and the port of every destination, 1 to 65535; set before `Connect`.
   [[nodiscard]] int32_t Port() const { return mPort; }
   void Port(int32_t port) { mPort = port; }
   [[nodiscard]] bool IsConnected() const { return mSocket >= 0; }
   [[nodiscard]] int32_t LastErrorCode() const { return mLastErrorCode; }
 
-  /// Opens the socket. On success `IsConnected` is true when this returns.
+  /// Opens the socket, and closes an earlier socket first. `IsConnected` tells the success.
   virtual void Connect() = 0;
+  /// Closes the socket, and leaves all groups. Does nothing when no socket is open.
   virtual void Close() = 0;
-  /// Delivers the pending events of this socket before it returns, until nothing is pending or
-  /// a fair share has been delivered.
+  /// Receives the datagrams that wait, with the events of each batch, before returning. Stops at a
+  /// fair share when datagrams keep coming.
   virtual void Poll() = 0;
 
+  /// At least one received datagram waits to be read.
   virtual void Event_DataAvailable() {}
+  /// A receive has failed; `LastErrorCode` has the reason.
   virtual void Event_Error() {}
 
  protected:
-  /// Notes how an operation went, and hands its success on.
+  /// Sets `LastErrorCode` after an operation, from `errno` in case of failure. Returns `success`.
   bool Note(bool success);
 
   int mSocket = -1;
@@ -44,13 +47,13 @@ class SocketCore : public Object {
   int32_t mPort = 0;
 };
 
-/// What came in one piece, and from where.
+/// A received datagram with the sender's address.
 class Datagram : public Object {
  public:
   Datagram(Text address, Text data) : mAddress(std::move(address)), mData(std::move(data)) {}
   /// The sender's IPv4 address in dotted decimal, without the port.
   [[nodiscard]] const Text& Address() const { return mAddress; }
-  /// The bytes as they came, with no mark.
+  /// The received bytes, as a text without an encoding mark.
   [[nodiscard]] const Text& Data() const { return mData; }
 
  private:
@@ -59,36 +62,40 @@ class Datagram : public Object {
 };
 
 /// An IPv4 socket for datagrams and multicast groups. Several sockets, also of several programs,
-/// share one port; each hears the groups that it joined itself.
+/// can share a port; each socket hears the groups that the socket itself joined.
 class UDPSocket : public SocketCore {
  public:
   ~UDPSocket() override;
 
-  /// Whether the socket is for sending alone: it then takes any free local port, and so does not
-  /// draw datagrams away from a listener on this host. False unless set before `Connect`.
+  /// Whether the socket only sends. A sending socket takes any free local port, and so does not
+  /// draw datagrams away from a listener on this host. Set before `Connect`; off at first.
   void SendOnly(bool on) { mSendOnly = on; }
 
   void Connect() override;
   void Close() override;
   void Poll() override;
 
-  /// Joins the group on the interface of the system's choice; when there is no route to it, on
-  /// every usable interface. False when the text is no group's address or the join fails.
+  /// Joins the group with the dotted address `group`, on the interface of the system's choice;
+  /// without a route to the group, on every usable interface. False when the text is no group's
+  /// address or no join succeeds.
   [[nodiscard]] virtual bool JoinMulticastGroup(const Text& group);
+  /// Leaves the group on every interface on which the group was joined.
   virtual void LeaveMulticastGroup(const Text& group);
-  /// Sends the bytes as one datagram to a dotted address, group or host. When there is no route
-  /// to a group, sends on the interfaces that a join would take.
+  /// Sends the bytes of `data` as one datagram to the dotted address of a group or host. Without a
+  /// route to a group, sends on every usable interface.
   virtual void Write(const Text& address, const Text& data);
+  /// Sends the datagram's data to the datagram's address.
   virtual void Write(const Ref<Datagram>& datagram);
-  /// The oldest datagram that was received, or Nil.
+  /// Takes the oldest received datagram; Nil when all are read. `encoding` is always Nil.
   [[nodiscard]] virtual Ref<Datagram> Read(std::nullptr_t encoding);
 
-  /// How many datagrams of the batch under delivery are still to be read.
+  /// The number of received datagrams that are still to be read.
   [[nodiscard]] int32_t PacketsAvailable() const { return static_cast<int32_t>(mReceived.size()); }
-  /// Whether what is sent to a group comes back to the sockets of this host.
+  /// Whether datagrams to a group also reach listeners on this host. On at first.
   void SendToSelf(bool on);
   [[nodiscard]] bool SendToSelf() const { return mSendToSelf; }
-  /// Time to live of what is sent to a group, 0 to 255.
+  /// Time to live of datagrams to a group, 0 to 255. 1, the value at first, stays on the local
+  /// network.
   void RouterHops(int32_t hops);
   [[nodiscard]] int32_t RouterHops() const { return mRouterHops; }
 
@@ -97,7 +104,7 @@ class UDPSocket : public SocketCore {
 
   bool BindToPort();
   void ApplyMulticastOptions();
-  bool JoinAnywhere(Ipv4Address group);
+  bool JoinOnEachInterface(Ipv4Address group);
   bool Send(Ipv4Address to, const Text& data);
   bool SendOnEachInterface(Ipv4Address group, const Text& data);
   bool ReceiveBatchOnce();

@@ -23,11 +23,11 @@ Text Dictionary::Value(const Text& key) const {
 }
 
 void Dictionary::Value(const Text& key, const Text& value) {
-  const auto [place, added] = mIndexOf.try_emplace(std::string(key.Bytes()), mEntries.size());
+  const auto [found, added] = mIndexOf.try_emplace(std::string(key.Bytes()), mEntries.size());
   if (added) {
     mEntries.push_back({key, value});
   } else {
-    mEntries[place->second].value = value;
+    mEntries[found->second].value = value;
   }
 }
 

@@ -9,8 +9,8 @@
 
 namespace quorvel {
 
-/// Base of all exceptions that the program raises. The logic catches none of them: each goes up
-/// to `Dispatch`, which is the one place that decides what it means.
+/// Base of all exceptions that the program raises. The program's logic catches no exception: each
+/// goes up to `Dispatch`, the only code that turns an exception into a quit or an error message.
 class RuntimeException : public std::exception {
  public:
   explicit RuntimeException(quorvel::Text message = {}, int32_t error_number = 0);
@@ -18,8 +18,8 @@ class RuntimeException : public std::exception {
   quorvel::Text Message;
   int32_t ErrorNumber = 0;
 
-  /// The calls that were open where the exception was made, innermost first. Empty on a system
-  /// that cannot tell.
+  /// The functions that were running when the exception was made, innermost first, named as the
+  /// system's backtrace names functions. Empty on a system without backtraces.
   [[nodiscard]] std::vector<quorvel::Text> Stack() const;
 
   [[nodiscard]] virtual const char* ClassName() const { return "RuntimeException"; }
@@ -43,7 +43,7 @@ QUORVEL_EXCEPTION(IllegalCastException);
 QUORVEL_EXCEPTION(OutOfBoundsException);
 QUORVEL_EXCEPTION(KeyNotFoundException);
 QUORVEL_EXCEPTION(StackOverflowException);
-/// Unwinds the handler that asked the application to quit.
+/// No error: `Quit` raises the exception to unwind the handler that asked for the quit.
 QUORVEL_EXCEPTION(EndException);
 
 #undef QUORVEL_EXCEPTION

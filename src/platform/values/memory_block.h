@@ -9,28 +9,29 @@
 namespace quorvel {
 
 /// A block of bytes of a fixed size, all 0 at first; a value. A text written over the whole block
-/// is shared with it, not copied, until the block is written to again.
+/// shares the text's bytes with the block; the next write copies the bytes.
 ///
-/// Offsets count from 0. Integers are little-endian unless `LittleEndian` is set to false.
+/// Offsets and lengths are in bytes, and offsets count from 0. Integers are little-endian unless
+/// `LittleEndian` is set to false.
 class MemoryBlock {
  public:
-  /// `size` in bytes. Raises `OutOfBoundsException` when it is negative.
+  /// Raises `OutOfBoundsException` when `size`, in bytes, is negative.
   explicit MemoryBlock(int32_t size);
 
   [[nodiscard]] int32_t Size() const { return mSize; }
 
   void LittleEndian(bool little_endian) { mLittleEndian = little_endian; }
 
-  /// The signed 32-bit integer at `offset`; 2147483647 when it does not fit the block.
+  /// The signed 32-bit integer at `offset`; 2147483647 when four bytes do not fit there.
   [[nodiscard]] int32_t Long(int32_t offset) const;
-  /// Raises `OutOfBoundsException` when it does not fit.
+  /// Writes `value` as four bytes. Raises `OutOfBoundsException` when four bytes do not fit there.
   void Long(int32_t offset, int32_t value);
 
-  /// `length` bytes from `offset` on as a text with no mark: what is there when that reaches past
-  /// the end, nothing when the length is negative.
+  /// `length` bytes from `offset` on, or fewer at the end of the block, as a text without an
+  /// encoding mark. Empty when `offset` lies outside of the block or `length` is negative.
   [[nodiscard]] Text StringValue(int32_t offset, int32_t length) const;
-  /// Writes the first `length` bytes of `text`, padded with 0. Raises `OutOfBoundsException` when
-  /// they do not fit.
+  /// Writes the first `length` bytes of `text`; a shorter text is padded with bytes of 0. Raises
+  /// `OutOfBoundsException` when `length` bytes do not fit there.
   void StringValue(int32_t offset, int32_t length, const Text& text);
 
  private:
@@ -40,7 +41,7 @@ class MemoryBlock {
 
   int32_t mSize;
   bool mLittleEndian = true;
-  // Empty stands for bytes that are all 0 and were never touched.
+  // Empty until the first write: all bytes are 0.
   std::variant<std::monostate, Text, std::string> mBytes;
 };
 

@@ -16,7 +16,7 @@ namespace detail {
 }  // namespace detail
 
 /// Base of everything with identity: windows, controls, sockets, streams. Objects are made with
-/// `New`, held through `Ref`, never copied, and go with their last reference.
+/// `New`, held through `Ref`, never copied, and destroyed with their last `Ref`.
 class Object : public std::enable_shared_from_this<Object> {
  public:
   virtual ~Object() = default;
@@ -55,7 +55,8 @@ template <class T, class... Arguments>
   return Ref<T>(std::make_shared<T>(std::forward<Arguments>(arguments)...));
 }
 
-/// The same object seen as a `T`. Nil stays Nil; raises `IllegalCastException` if it is no `T`.
+/// The same object as a `T`; Nil stays Nil. Raises `IllegalCastException` when the object is no
+/// `T`.
 template <class T, class U>
 [[nodiscard]] Ref<T> Cast(const Ref<U>& object) {
   auto cast = std::dynamic_pointer_cast<T>(object.Shared());
@@ -63,7 +64,7 @@ template <class T, class U>
   return Ref<T>(std::move(cast));
 }
 
-/// A new reference to `object`, which must be held by a `Ref` already.
+/// A new reference to `object`. Some `Ref` must hold the object already.
 template <class T>
 [[nodiscard]] Ref<T> Self(T& object) {
   return Ref<T>(std::static_pointer_cast<T>(object.shared_from_this()));

@@ -9,8 +9,8 @@
 namespace quorvel {
 
 namespace {
-// A buffer of which a join would use less than this part is left behind for a smaller one, so
-// that a stream cut at its front does not keep what it has already delivered.
+// A join moves to a smaller buffer instead of using less than a quarter of the buffer, so that a
+// stream cut at the front does not keep the delivered bytes in memory. Small buffers are exempt.
 constexpr size_t kSparse = 4;
 constexpr size_t kSmallBuffer = 4096;
 }  // namespace
@@ -31,10 +31,10 @@ struct SharedBytes::Buffer {
     if (buffer != nullptr && --buffer->references == 0) ::operator delete(buffer);
   }
   std::string_view Append(std::string_view bytes) {
-    char* const place = Data() + used;
-    std::memcpy(place, bytes.data(), bytes.size());
+    char* const start = Data() + used;
+    std::memcpy(start, bytes.data(), bytes.size());
     used += bytes.size();
-    return {place, bytes.size()};
+    return {start, bytes.size()};
   }
 };
 

@@ -41,7 +41,7 @@ size_t Text::CharacterCount() const {
   return mCount = count;
 }
 
-// Walks on from the place that was last asked for, so that a loop over all characters is linear.
+// Walks on from the character of the last access, so that a loop over all characters is linear.
 size_t Text::OffsetOf(size_t index) const {
   const std::string_view bytes = Bytes();
   if (mCount == bytes.size()) return std::min(index, bytes.size());

@@ -10,7 +10,8 @@ uint8_t ByteAt(std::string_view bytes, size_t index) { return static_cast<uint8_
 
 bool IsContinuation(uint8_t byte) { return (byte & 0xC0) == 0x80; }
 
-// The length that a lead byte announces, or 1 when it leads nothing.
+// The length of the sequence behind a lead byte, lead byte included; 1 for a byte that leads no
+// sequence.
 size_t AnnouncedLength(uint8_t lead) {
   if (lead >= 0xC2 && lead <= 0xDF) return 2;
   if (lead >= 0xE0 && lead <= 0xEF) return 3;

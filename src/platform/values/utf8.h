@@ -6,16 +6,16 @@
 
 namespace quorvel {
 
-/// One character of a byte string: a well-formed UTF-8 sequence, or a single byte that is none.
+/// A character of a byte string: a well-formed UTF-8 sequence, or any other single byte.
 struct Utf8Character {
-  size_t length = 1;
-  int32_t code = 0;  ///< code point, or the byte itself when it is not well formed
+  size_t length = 1;  ///< in bytes
+  int32_t code = 0;   ///< code point of a well-formed sequence, or value of a single byte
   bool well_formed = false;
 };
 
-/// The character that starts at the front of `bytes`, which must not be empty.
+/// The first character of `bytes`; `bytes` must not be empty.
 [[nodiscard]] Utf8Character DecodeUtf8(std::string_view bytes);
-/// How many bytes the front of `bytes` has before the first one that is not ASCII.
+/// The number of bytes of `bytes` before the first byte that is not ASCII.
 [[nodiscard]] size_t AsciiRun(std::string_view bytes);
 [[nodiscard]] bool IsValidUtf8(std::string_view bytes);
 

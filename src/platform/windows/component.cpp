@@ -26,7 +26,7 @@ void Component::_Install(std::string_view event, InstanceEventHandler handler) {
 bool Component::_Fire(std::string_view event, int32_t x, int32_t y) {
   const auto found = mHandlers.find(std::string(event));
   if (found == mHandlers.end()) return false;
-  // The handler may close the window and this object's handlers with it.
+  // The handler may close the window, and the window's end destroys the stored handler.
   const InstanceEventHandler handler = found->second;
   return handler(x, y);
 }

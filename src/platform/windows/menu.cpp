@@ -123,7 +123,7 @@ const MenuHandlers::Entry* MenuHandlers::Find(const Text& item_name) const {
 bool MenuHandlers::Run(const Text& item_name) const {
   const Entry* const entry = Find(item_name);
   if (entry == nullptr) return false;
-  // The handler may close its window and these handlers with it.
+  // The handler may close the window, and the window's end destroys the stored handler.
   const MenuHandler handler = entry->handler;
   handler();
   return true;

@@ -20,11 +20,11 @@ class MenuItem : public Object {
   void Name(const quorvel::Text& name) { mName = name; }
   [[nodiscard]] const quorvel::Text& Text() const { return mText; }
   void Text(const quorvel::Text& text) { mText = text; }
-  /// As "Cmd+S"; empty for none.
+  /// A shortcut like "Cmd+S"; empty for an item without a shortcut.
   [[nodiscard]] const quorvel::Text& KeyboardShortcut() const { return mShortcut; }
   void KeyboardShortcut(const quorvel::Text& shortcut) { mShortcut = shortcut; }
-  /// Whether the enable pass may enable the item by itself: it does so for menus and for items
-  /// with an action of their own.
+  /// Whether the enable pass enables a menu, or an item with an action of its own, without a
+  /// handler.
   [[nodiscard]] bool AutoEnable() const { return mAutoEnable; }
   void AutoEnable(bool on) { mAutoEnable = on; }
   [[nodiscard]] bool Enabled() const { return mEnabled; }
@@ -33,18 +33,18 @@ class MenuItem : public Object {
 
   void Append(const Ref<MenuItem>& child) { mChildren.push_back(child); }
   [[nodiscard]] const std::vector<Ref<MenuItem>>& Children() const { return mChildren; }
-  /// The direct child of that name, or Nil.
+  /// The direct child with the name `name`, or Nil.
   [[nodiscard]] Ref<MenuItem> Child(const quorvel::Text& name) const;
-  /// The item of that name anywhere below, or Nil.
+  /// The item with the name `name` anywhere below, or Nil.
   [[nodiscard]] Ref<MenuItem> _Lookup(const quorvel::Text& name) const;
   /// All items below, parents before their children.
   [[nodiscard]] std::vector<Ref<MenuItem>> _Descendants() const;
-  /// Disables this item and all below.
+  /// Disables the item and all items below.
   virtual void _DisableEntirely();
 
   [[nodiscard]] virtual native::MenuRole _Role() const { return native::MenuRole::Plain; }
   [[nodiscard]] virtual bool _HasOwnAction() const { return false; }
-  /// What choosing the item does when no handler takes it.
+  /// The item's own action, for a chosen item without a handler.
   virtual void Event_Action() {}
 
  private:
@@ -56,13 +56,13 @@ class MenuItem : public Object {
   std::vector<Ref<MenuItem>> mChildren;
 };
 
-/// An item that the desktop may place in its application menu.
+/// An item that the desktop may move to the application menu.
 class AppleMenuItem : public MenuItem {
  public:
   [[nodiscard]] native::MenuRole _Role() const override { return native::MenuRole::About; }
 };
 
-/// An item that quits the application when no handler takes it.
+/// An item with an action of its own: quitting the application.
 class QuitMenuItem : public MenuItem {
  public:
   [[nodiscard]] native::MenuRole _Role() const override { return native::MenuRole::Quit; }
@@ -70,15 +70,18 @@ class QuitMenuItem : public MenuItem {
   void Event_Action() override;
 };
 
-/// The root of the menu tree. Brings its items up to date before they are used, and routes what
-/// is chosen: to the front window's handler of that name, else to the application's.
+/// The root of the menu tree. Runs the enable pass before the user sees or chooses an item. Routes
+/// a chosen item to the front window's handler, else to the application's handler, else to the
+/// item's own action.
 class MenuBar : public MenuItem, private native::MenuListener {
  public:
-  /// Never disables the bar itself.
+  /// Disables all items; the bar itself stays enabled.
   void _DisableEntirely() override;
-  /// The enable pass: all off, then what the front window, the application and the items
-  /// themselves enable.
+  /// The enable pass: disables all items, then enables menus, items with an action of their own,
+  /// and items for which the front window or the application has a handler or enables in
+  /// `Event_EnableMenuItems`.
   void _UpdateItems();
+  /// Hands the desktop a copy of the menus.
   void _ShowOnDesktop();
 
  private:
@@ -89,18 +92,20 @@ class MenuBar : public MenuItem, private native::MenuListener {
   void Route(const quorvel::Text& name);
 };
 
-/// A command's handler. The result has no effect: a command has one handler at most.
+/// A command's handler. The result has no effect: a command is routed to one handler at most.
 using MenuHandler = std::function<bool()>;
 
 /// The handlers of a window or of the application, by item name.
 class MenuHandlers {
  public:
-  /// Raises `RuntimeException` when no item below `menu_bar` has the name: no choice would ever
-  /// reach the handler.
+  /// Registers the handler, instead of an earlier handler of the same name. Raises
+  /// `RuntimeException` when no item below `menu_bar` has the name: no choice would ever reach the
+  /// handler.
   void Add(const MenuItem& menu_bar, const Text& item_name, MenuHandler handler);
   [[nodiscard]] bool HasKey(const Text& item_name) const { return Find(item_name) != nullptr; }
-  /// Runs the handler of that name, if there is one, and says whether there was.
+  /// Runs the item's handler; false when the item has no handler.
   [[nodiscard]] bool Run(const Text& item_name) const;
+  /// Enables each item for which a handler is registered.
   void EnableItems(const std::vector<Ref<MenuItem>>& items) const;
 
  private:

@@ -11,14 +11,14 @@ namespace quorvel {
 
 using PropertyValue = std::variant<bool, int32_t, std::string_view>;
 
-/// One row of a layout table.
+/// A row of a layout table: a property's name and value.
 struct Property {
   std::string_view name;
   PropertyValue value;
 };
 using PropertySet = std::span<const Property>;
 
-/// Stands in a binding for a property that the kind has and that changes nothing.
+/// Binds the name of a property that a class has, but that has no effect on the class.
 using NoEffect = std::monostate;
 
 /// Binds a property's name to a member of `State`.
@@ -28,9 +28,10 @@ struct PropertyBinding {
   std::variant<NoEffect, bool State::*, int32_t State::*, std::string State::*> member;
 };
 
+/// Raises `RuntimeException`.
 [[noreturn]] void RaiseUnknownProperty(std::string_view name);
-/// Whether windows, controls and timers of every kind have the property and none depends on its
-/// value (`HelpTag`, `LockLeft` and the like).
+/// Whether all windows, controls and timers have the property, and the property has no effect on
+/// any of them (`HelpTag`, `LockLeft` and the like).
 [[nodiscard]] bool IsWithoutEffect(std::string_view name);
 
 namespace detail {
@@ -49,8 +50,9 @@ inline void Assign(std::string& member, const PropertyValue& value) {
 
 }  // namespace detail
 
-/// Assigns the row to the member of `state` that `bindings` name for the row; false, and no effect,
-/// when `bindings` do not have the name.
+/// Assigns the row's value to the member of `state` that `bindings` name for the row; false, and no
+/// effect, when `bindings` do not have the name. Raises `std::bad_variant_access` for a value of
+/// the wrong type.
 template <class State>
 [[nodiscard]] bool AssignBound(
     State& state, std::span<const PropertyBinding<std::type_identity_t<State>>> bindings,

@@ -23,18 +23,20 @@ class _Cursors : public Object {
 class _SystemClass : public Object {
  public:
   [[nodiscard]] const Ref<_Cursors>& Cursors() const { return mCursors; }
-  /// True, and the value, when the system knows the four-character selector. "sysv" is the version
-  /// of macOS, in binary-coded decimal; no other system knows it.
+  /// Sets `value` to the system's answer for a four-character selector. False, with `value`
+  /// unchanged, for a selector that the system does not know. "sysv" is the version of macOS in
+  /// binary-coded decimal; no other system knows "sysv".
   [[nodiscard]] bool Gestalt(const Text& selector, int32_t& value) const;
 
  private:
   Ref<_Cursors> mCursors = New<_Cursors>();
 };
 
-/// The one system object.
+/// The system object, always the same.
 [[nodiscard]] Ref<_SystemClass> System();
 
-/// A modal box with the text and one button; returns when the user has dismissed it.
+/// Shows a modal box with the text and a button; returns when the user has dismissed the box.
+/// Raises `EndException` when a handler asked to quit in the meantime.
 void MsgBox(const Text& text);
 
 /// Hands the address to the desktop's browser and returns at once.
