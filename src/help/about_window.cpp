@@ -8,7 +8,7 @@ namespace quorvel {
 
 namespace {
 
-// Wider than its MaxWidth: the texts need the width, and the user cannot resize the window.
+// Width exceeds MaxWidth: the texts need the width, and the user cannot resize the window.
 constexpr Property kWindow[] = {
     {"Title", "About"},        {"Width", 594},
     {"Height", 130},           {"MinWidth", 564},

@@ -7,7 +7,7 @@ namespace quorvel {
 
 namespace about_window {
 
-/// Pictures, version and copyright notice.
+/// Shows the program's pictures, version and copyright notice.
 class wAbout : public AppWindow {
  public:
   static constexpr const char* kClassName = "wAbout.wAbout";
@@ -15,6 +15,7 @@ class wAbout : public AppWindow {
   [[nodiscard]] Text _ClassName() const override { return kClassName; }
   void Event_Open() override;
   void Event_Close() override;
+  /// Applies the shared font and text size.
   virtual void mAppearanceUpdate();
 
  protected:
@@ -24,7 +25,7 @@ class wAbout : public AppWindow {
 
 }  // namespace about_window
 
-/// The window; opened if there is none.
+/// The window; opens the window when none is open.
 [[nodiscard]] Ref<about_window::wAbout> wAbout();
 
 }  // namespace quorvel

@@ -73,7 +73,7 @@ constexpr Topic kTopics[] = {
     {"StaticText9", 9, 242, "Other Titles", ReadMeFirstMac8},
 };
 
-constexpr int32_t kLargerBy = 2;
+constexpr int32_t kSizeOffset = 2;
 
 }  // namespace
 
@@ -112,7 +112,7 @@ void wHelp::CreateLink(const Text& name, PropertySet table, const std::function<
   };
   _InstallInstanceEventHandler(link, "MouseEnter", cursor(System()->Cursors()->FingerPointer()));
   _InstallInstanceEventHandler(link, "MouseExit", cursor(System()->Cursors()->StandardPointer()));
-  // Taking the click is what brings the release here, wherever the pointer is by then.
+  // True claims the click: the link gets the release even when the pointer has left the link.
   _InstallInstanceEventHandler(link, "MouseDown", [](int32_t, int32_t) { return true; });
   _InstallInstanceEventHandler(link, "MouseUp", [chosen](int32_t, int32_t) {
     chosen();
@@ -139,10 +139,10 @@ void wHelp::Event_Close() { bHelpIsOpen = false; }
 
 void wHelp::mAppearanceUpdate() {
   EditField1()->TextFont(sTheFont);
-  EditField1()->TextSize(iTheFontSize + kLargerBy);
+  EditField1()->TextSize(iTheFontSize + kSizeOffset);
   const auto web_link = ControlOf<StaticText>(*this, "StaticText1");
   web_link->TextFont(sTheFont);
-  web_link->TextSize(iTheFontSize + kLargerBy);
+  web_link->TextSize(iTheFontSize + kSizeOffset);
   for (const Topic& topic : kTopics) {
     const auto caption = ControlOf<StaticText>(*this, topic.name);
     caption->TextFont(sTheFont);

@@ -9,8 +9,8 @@ namespace quorvel {
 
 namespace help_window {
 
-/// The user's guide: captions on the left, each a link to the text that the field then shows, and
-/// a link to the product's web page.
+/// The user's guide: captions on the left as links to topics, a field with the text of the chosen
+/// topic, and a link to the product's web page.
 class wHelp : public TextWindow {
  public:
   static constexpr const char* kClassName = "wHelp.wHelp";
@@ -18,6 +18,7 @@ class wHelp : public TextWindow {
   [[nodiscard]] Text _ClassName() const override { return kClassName; }
   void Event_Open() override;
   void Event_Close() override;
+  /// Applies the shared font and text size.
   virtual void mAppearanceUpdate();
 
  protected:
@@ -28,14 +29,15 @@ class wHelp : public TextWindow {
 
  private:
   [[nodiscard]] Ref<editFieldExtras> EditField1() const;
-  /// Makes a link set up from `table`; `chosen` runs for each click on the link.
+  /// Makes a link with the shared rows and the rows of `table`. `chosen` runs for each click on the
+  /// link.
   void CreateLink(const Text& name, PropertySet table, const std::function<void()>& chosen);
   void ShowTopic(const Text& text);
 };
 
 }  // namespace help_window
 
-/// The window; opened if there is none.
+/// The window; opens the window when none is open.
 [[nodiscard]] Ref<help_window::wHelp> wHelp();
 
 }  // namespace quorvel

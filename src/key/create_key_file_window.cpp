@@ -124,7 +124,8 @@ void wCreateKeyFile::pbGenerate_Action() {
   stream->Close();
   file->MacCreator(FileTypes1::kCreator);
   file->MacType("pref");
-  // As it was typed: blanks at its ends count until the file is read at the next start.
+  // The typed key, not the trimmed key: blanks at the ends count until the next start reads the
+  // trimmed key from the file.
   sProgID = efKey()->Text();
   if (const auto sound = sndRegSuccess()) sound->Play();
   quorvel::wMain()->Show();

@@ -8,8 +8,8 @@ namespace quorvel {
 namespace create_key_file_window {
 
 /// The window of a first start: shows the instructions, takes the key, writes the key file
-/// (`docs/key-file.md`) and hands over to the main window. Closing it without a key ends the
-/// program.
+/// (`docs/key-file.md`) and hands over to the main window. Closing the window without a key ends
+/// the program.
 class wCreateKeyFile : public TextWindow {
  public:
   static constexpr const char* kClassName = "wCreateKeyFile.wCreateKeyFile";
@@ -32,7 +32,7 @@ class wCreateKeyFile : public TextWindow {
 
 }  // namespace create_key_file_window
 
-/// The window; opened if there is none.
+/// The window; opens the window when none is open.
 [[nodiscard]] Ref<create_key_file_window::wCreateKeyFile> wCreateKeyFile();
 
 }  // namespace quorvel

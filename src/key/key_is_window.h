@@ -7,13 +7,14 @@ namespace quorvel {
 
 namespace key_is_window {
 
-/// Tells which key the program uses, as it was when the window opened.
+/// Shows the key that the program used at the opening of the window.
 class wKeyIs : public TextWindow {
  public:
   static constexpr const char* kClassName = "wKeyIs.wKeyIs";
 
   [[nodiscard]] Text _ClassName() const override { return kClassName; }
   void Event_Open() override;
+  /// Applies the shared font and text size.
   virtual void mAppearanceUpdate();
 
  protected:
@@ -28,7 +29,7 @@ class wKeyIs : public TextWindow {
 
 }  // namespace key_is_window
 
-/// The window; opened if there is none.
+/// The window; opens the window when none is open.
 [[nodiscard]] Ref<key_is_window::wKeyIs> wKeyIs();
 
 }  // namespace quorvel

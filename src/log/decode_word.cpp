@@ -21,7 +21,8 @@ char Mirror(char c) {
 
 }  // namespace
 
-// No byte of a longer character is one of the mirrored ones, so bytes can be mirrored one by one.
+// UTF-8 has no letter and no digit among the bytes of a longer character, so each byte can be
+// mirrored alone.
 Text mDecodeWordReverse(const Text& text) {
   std::string mirrored(text.Bytes());
   std::ranges::transform(mirrored, mirrored.begin(), Mirror);

@@ -4,9 +4,9 @@
 
 namespace quorvel::mGlobals {
 
-/// Turns a message back from its mirrored alphabet: a to z, A to Z and 0 to 9 each mirrored within
-/// itself, every other byte as it is. Its own inverse, so it is the encoder as well
-/// (`docs/wire-format.md`).
+/// Mirrors a text (`docs/wire-format.md`): a to z, A to Z and 0 to 9 are reversed, each within its
+/// own kind, and all other bytes stay. Mirroring twice gives the first text again, so the function
+/// both decodes and encodes.
 [[nodiscard]] Text mDecodeWordReverse(const Text& text);
 
 }  // namespace quorvel::mGlobals

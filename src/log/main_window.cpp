@@ -117,7 +117,7 @@ void wMain::Event_Open() {
   bMainIsOpen = true;
   iLoopCounter = 0;
   Title(Text(kNameAndVersion) + " -  Ready...");
-  // The title is to be seen while the network is set up.
+  // Paints the title, for the user to see while the network is set up.
   Refresh(true);
   if (bAlreadyRegisteredWithNetwork) return;
   const auto socket = __New<myEasyUDPSocket>();

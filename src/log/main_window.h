@@ -10,7 +10,8 @@ namespace quorvel {
 
 namespace main_window {
 
-/// The working window: the log. Opening it starts the listening; closing it ends the program.
+/// The main window, with the log. Opening the window starts the listening; closing the window ends
+/// the program.
 class wMain : public TextWindow {
  public:
   static constexpr const char* kClassName = "wMain.wMain";
@@ -36,7 +37,7 @@ class wMain : public TextWindow {
   void CreateControls() override;
   void AddMenuHandlers() override;
   [[nodiscard]] Ref<editFieldExtras> _TextField() const override { return efLog(); }
-  /// Tells the date and time.
+  /// A name with the date and time.
   [[nodiscard]] Text _SuggestedName() const override;
   [[nodiscard]] PageNumbers _PageNumbers() const override { return PageNumbers::On; }
 
@@ -44,13 +45,13 @@ class wMain : public TextWindow {
   virtual void _CreateControls0();
   void FitLog();
 
-  /// The number that goes into test messages.
+  /// The number in the next test message.
   int32_t iLoopCounter = 0;
 };
 
 }  // namespace main_window
 
-/// The main window; opened if there is none.
+/// The main window; opens the window when none is open.
 [[nodiscard]] Ref<main_window::wMain> wMain();
 
 }  // namespace quorvel

@@ -7,7 +7,7 @@
 namespace quorvel {
 
 void myEasyUDPSocket::Event_ReceivedMessage(const Text& from, int32_t, const Text& data) {
-  // Comes first: the accessor would open a new window during the shutdown.
+  // Asks the flag and not `wMain()`: during the shutdown, `wMain()` would open a new window.
   if (!mGlobals::bMainIsOpen) return;
   const Text sDecoded = mGlobals::mDecodeWordReverse(data);
   const auto log = wMain()->efLog();

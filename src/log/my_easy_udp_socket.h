@@ -4,7 +4,7 @@
 
 namespace quorvel {
 
-/// Where the network meets the log: each message becomes one line at the end of the log.
+/// The program's socket: writes each received message as a line at the end of the log.
 class myEasyUDPSocket : public EasyUDPSocket {
  protected:
   /// Drops the message when the main window is not open.

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-/// The facts that senders and listeners of one channel share (`docs/group-address.md`,
+/// The facts that senders and listeners of a channel share (`docs/group-address.md`,
 /// `docs/wire-format.md`).
 namespace quorvel {
 

@@ -10,7 +10,7 @@ namespace {
 
 constexpr int32_t kMostHops = 255;
 
-[[noreturn]] void Refuse(const Text& operation) {
+[[noreturn]] void RaiseDirectCall(const Text& operation) {
   throw RuntimeException(Text("You cannot call ") + operation + " on an EasyUDPSocket directly.");
 }
 
@@ -63,7 +63,7 @@ Text EasyUDPSocket::WaitForMessage(int32_t command, Text& from) {
   while (mCommandResponse.IsEmpty()) {
     Poll();
     if (LastErrorCode() != 0) return "";
-    // Sleeps until something happens, so the wait costs next to nothing.
+    // Sleeps until the next event, so that the wait takes next to no processor time.
     app->DoEvents(-1);
     RuntimeBackgroundTask();
   }
@@ -72,9 +72,9 @@ Text EasyUDPSocket::WaitForMessage(int32_t command, Text& from) {
   return mCommandResponse;
 }
 
-void EasyUDPSocket::Write(const Text&, const Text&) { Refuse("Write"); }
-void EasyUDPSocket::Write(const Ref<Datagram>&) { Refuse("Write"); }
-Ref<Datagram> EasyUDPSocket::Read(std::nullptr_t) { Refuse("Read"); }
+void EasyUDPSocket::Write(const Text&, const Text&) { RaiseDirectCall("Write"); }
+void EasyUDPSocket::Write(const Ref<Datagram>&) { RaiseDirectCall("Write"); }
+Ref<Datagram> EasyUDPSocket::Read(std::nullptr_t) { RaiseDirectCall("Read"); }
 
 void EasyUDPSocket::Event_Error() { Event_Error(LastErrorCode()); }
 void EasyUDPSocket::Event_Error(int32_t) {}

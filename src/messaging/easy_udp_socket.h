@@ -12,12 +12,15 @@ namespace quorvel {
 /// with data to a group or to one host, and get each message as an event.
 ///
 /// Packets and their reassembly: `docs/wire-format.md`; group names: `docs/group-address.md`.
-/// `Register`, `Unregister` and the sends do nothing in silence until `Bind` has succeeded.
+/// Until `Bind` has succeeded, `Register`, `Unregister` and the sends do nothing and report
+/// nothing.
 class EasyUDPSocket : public UDPSocket {
  public:
+  /// Called once, before all other functions.
   virtual void Constructor();
 
-  /// Refused: the class's own traffic is all there is. Raise `RuntimeException`.
+  /// Raise `RuntimeException`: packets leave by the `SendMessage` functions and arrive as
+  /// `Event_ReceivedMessage` alone.
   void Write(const Text& address, const Text& data) override;
   void Write(const Ref<Datagram>& datagram) override;
   [[nodiscard]] Ref<Datagram> Read(std::nullptr_t encoding) override;
@@ -25,31 +28,32 @@ class EasyUDPSocket : public UDPSocket {
   void Event_DataAvailable() override;
   void Event_Error() override;
 
-  /// Joins the group of that name or dotted address. A failed join raises Error.
+  /// Joins the group with the name or dotted address `group`. A failure fires `Event_Error`.
   virtual void Register(const Text& group);
-  /// Opens the socket on `port`. A failure raises Error.
+  /// Opens the socket on `port`. A failure fires `Event_Error`.
   virtual void Bind(int32_t port);
-  /// Leaves the group. A failure raises Error.
+  /// Leaves the group. A failure fires `Event_Error`.
   virtual void Unregister(const Text& group);
   /// Sends one packet, as one datagram. A failure shows in `LastErrorCode` alone.
   virtual void SendMessageToGroup(const Text& group, int32_t command, const Text& data);
-  /// The same to a host, by its dotted address.
+  /// Sends the packet to the host with the dotted address `address`.
   virtual void SendMessageToIndividual(const Text& address, int32_t command, const Text& data);
-  /// Waits until a message with that command and some data has come, whoever sent it; returns the
-  /// data, and the sender's address in `from`. Events go on meanwhile; messages with other commands
-  /// are dropped. Empty, with `from` as it was, when the socket is not bound or fails. After a
-  /// failure the wait stays on, and messages stay diverted, until a later wait succeeds.
+  /// Waits for a message with the command `command` and at least one byte of data, from any sender.
+  /// Returns the data, and the sender's address in `from`. Events are delivered during the wait,
+  /// and messages with other commands are dropped. Empty, with `from` unchanged, when the socket is
+  /// not bound or fails. After a failure, messages are still dropped until a later wait succeeds.
+  /// Command -1 cannot be awaited.
   virtual Text WaitForMessage(int32_t command, Text& from);
 
  protected:
-  /// `code` is the `LastErrorCode` of that moment.
+  /// An operation has failed; `code` is the `LastErrorCode` of the operation.
   virtual void Event_Error(int32_t code);
-  /// A message from the host with that address. The handler keeps away from `DoEvents` and
-  /// `Poll`: the packet is still in its buffer.
+  /// A message from the host with the dotted address `from`. The handler must not call `DoEvents`
+  /// or `Poll`: the packet is still in the sender's buffer, and would be delivered again.
   virtual void Event_ReceivedMessage(const Text& from, int32_t command, const Text& data);
 
  private:
-  /// Where group addresses and packets can be had without a network.
+  /// For tests: calls the private functions for group addresses and packets.
   friend struct EasyUDPSocketDoor;
 
   [[nodiscard]] Text HashGroupNameToIP(const Text& group) const;
@@ -62,7 +66,7 @@ class EasyUDPSocket : public UDPSocket {
   static constexpr int32_t kNoWait = -1;
 
   int32_t mHashBins = 0;
-  /// What each sender's address has sent and is not yet cut off. Never shrinks.
+  /// The undelivered bytes of each sender's address. An address stays once added.
   Dictionary mBuffers;
   int32_t mWaitForThisCommand = kNoWait;
   Text mCommandResponse;

@@ -1,5 +1,5 @@
-// From a group's name to its address; see docs/group-address.md. Every octet must come out alike
-// on all machines.
+// Derives a group's address from the group's name; see docs/group-address.md. All machines must
+// derive the same four octets.
 
 #include "messaging/easy_udp_socket.h"
 #include "platform/runtime/runtime.h"

@@ -1,5 +1,4 @@
-// What goes out as a packet, and what comes in as a stream of them for each sender; see
-// docs/wire-format.md.
+// Makes packets, and takes packets off the stream of bytes of each sender; see docs/wire-format.md.
 
 #include <algorithm>
 #include <cstdint>
@@ -15,13 +14,13 @@ constexpr int32_t kLengthOffset = 0;
 constexpr int32_t kCommandOffset = 4;
 constexpr int32_t kHeaderSize = 8;
 
-// The length field has 31 bits: data of 2 GiB, which no datagram takes, is cut.
+// The length field has 31 bits: a packet is cut below 2 GiB, far above the limit of a datagram.
 int32_t PacketSize(const Text& data) {
   constexpr int64_t kMost = std::numeric_limits<int32_t>::max();
   return static_cast<int32_t>(std::min(int64_t{kHeaderSize} + LenB(data), kMost));
 }
 
-// A length below the header's gives no payload, whatever its sign.
+// A packet length below the header's size, or below 0, means an empty payload.
 int32_t PayloadSize(int32_t packet_length) {
   return packet_length < kHeaderSize ? 0 : packet_length - kHeaderSize;
 }
@@ -46,8 +45,8 @@ void EasyUDPSocket::Event_DataAvailable() {
   ProcessData();
 }
 
-// Each sweep takes one packet of each sender at the most, so that senders take turns; sweeps go
-// on until one finds nothing.
+// Each sweep takes at most one packet of each sender, so that senders take turns. Sweeps go on
+// until a sweep finds no packet.
 void EasyUDPSocket::ProcessData() {
   StackCheck stack;
   bool found = true;
@@ -82,7 +81,7 @@ bool EasyUDPSocket::CheckForSingleMessage(const Text& from, const Text& buffer, 
   const int32_t command = block.Long(kCommandOffset);
   const Text data = block.StringValue(kHeaderSize, PayloadSize(packet_length));
   if (!WaitingForThisMessage(command, data, from)) {
-    // While a wait is on, what it does not wait for is dropped.
+    // A wait for a command drops the messages with other commands.
     if (mWaitForThisCommand == kNoWait) Event_ReceivedMessage(from, command, data);
   }
   consumed = packet_length;

@@ -5,7 +5,11 @@
 
 namespace quorvel {
 
-/// What the program's windows share: the one menu bar, and its items by name.
+/// Base of the program's windows: the shared menu bar, and the bar's items by name.
+///
+/// The accessors of items and the overrides of `Event_EnableMenuItems` are there for completeness
+/// of the product's own names. A new command needs neither: the enable pass enables every item for
+/// which a handler is registered, so a row in ui/menu_bar.cpp and a handler are enough.
 class AppWindow : public Window {
  public:
   [[nodiscard]] Ref<MenuItem> HelpMenu() const { return Item("HelpMenu"); }
@@ -23,14 +27,15 @@ class AppWindow : public Window {
   [[nodiscard]] Ref<MenuItem> FileSave() const { return Item("FileSave"); }
 
  protected:
-  /// The first half of every `Layout`: the shared menu bar, then the window's own table.
+  /// For the `Layout` of each window: sets the shared menu bar, then the window's own table.
   void LayOut(PropertySet properties);
 
  private:
   [[nodiscard]] Ref<MenuItem> Item(const char* name) const { return MenuBar()->_Lookup(name); }
 };
 
-/// The control of that name in the window, as a `Kind`.
+/// The window's control with the name `name`, or Nil. Raises `IllegalCastException` when the
+/// control is no `Kind`.
 template <class Kind>
 [[nodiscard]] Ref<Kind> ControlOf(const Window& window, const char* name) {
   return Cast<Kind>(RuntimeWindowControlByName(window, name));

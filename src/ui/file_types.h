@@ -5,13 +5,13 @@
 
 namespace quorvel::FileTypes1 {
 
-/// The creator code of the files that the program writes.
+/// The creator code of all files from the program.
 inline constexpr const char* kCreator = "QVL7";
 
-/// The one kind of file that the program saves: "text".
+/// The file type "text", for all files that the program saves.
 extern Ref<FileType> pText;
 
-/// Makes `pText` and registers it.
+/// Makes and registers `pText`.
 void _Initialize();
 
 }  // namespace quorvel::FileTypes1

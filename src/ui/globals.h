@@ -6,19 +6,20 @@
 #include "platform/values/object.h"
 #include "platform/values/text.h"
 
-/// The few values that more than one window or class needs: all of the program's shared state.
-/// `App` gives them their start values. Touched by the event loop's thread alone.
+/// The program's shared state: the values that several windows or classes need. `App` sets the
+/// start values. Only the event loop's thread reads and writes the values.
 namespace quorvel::mGlobals {
 
-/// The main window's timer sends a test message each time that it fires.
+/// While True, the main window's timer sends a test message each second.
 extern bool bTest;
+/// Whether the window is open.
 extern bool bAboutIsOpen;
 extern bool bHelpIsOpen;
-/// Received messages go to the log only while this is True.
+/// Whether the main window is open. Messages received at other times are dropped.
 extern bool bMainIsOpen;
-/// The socket was created and told to join its group; not that this succeeded.
+/// Whether the socket has been told to join the group, with or without success.
 extern bool bAlreadyRegisteredWithNetwork;
-/// The one socket; Nil until the main window opens.
+/// The program's socket; Nil until the main window opens.
 extern Ref<EasyUDPSocket> EasyUDPSocket1;
 /// Shared text size of the information windows.
 extern int32_t iTheFontSize;
@@ -29,7 +30,7 @@ extern Text sProgID;
 /// Shared font name of the information windows; ends in a carriage return.
 extern Text sTheFont;
 
-/// Gives up what the module holds, at the end of the process.
+/// Empties the reference and the texts, at the end of the process.
 void _Release();
 
 }  // namespace quorvel::mGlobals

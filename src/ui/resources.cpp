@@ -7,7 +7,8 @@ namespace quorvel {
 
 namespace {
 
-// A missing picture or sound is asked for again; a missing text is an empty text, and kept.
+// A missing picture or sound is looked for again at each use; a missing text is kept as an empty
+// text.
 struct Held {
   std::map<int32_t, Ref<Picture>> _permapic;
   std::map<int32_t, Ref<Sound>> _snd;
@@ -32,9 +33,9 @@ Ref<Sound> HeldSound(int32_t number) {
 }
 
 Text HeldText(int32_t number) {
-  const auto [place, loads] = Resources()._permatext.try_emplace(number);
-  if (loads) place->second = appResourceForkGetter()->GetResource("TEXT", number);
-  return place->second;
+  const auto [entry, added] = Resources()._permatext.try_emplace(number);
+  if (added) entry->second = appResourceForkGetter()->GetResource("TEXT", number);
+  return entry->second;
 }
 
 }  // namespace

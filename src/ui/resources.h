@@ -7,7 +7,7 @@
 namespace quorvel {
 
 // The program's own texts, pictures and sound. Each is read on first use and kept until the end
-// of the process; a text that is missing is empty, a picture or sound Nil.
+// of the process. A missing text is empty; a missing picture or sound is Nil.
 
 [[nodiscard]] Ref<Picture> OssiandTitle();
 [[nodiscard]] Ref<Picture> Ossiand();

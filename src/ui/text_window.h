@@ -5,7 +5,7 @@
 
 namespace quorvel {
 
-/// A window around one text that the commands Print and Save act on.
+/// A window around a text. The commands Print and Save print and save the text.
 class TextWindow : public AppWindow {
  public:
   void Event_EnableMenuItems() override;

@@ -2,7 +2,7 @@
 
 namespace quorvel {
 
-/// The program's name and version as windows show them.
+/// The program's name and version, for the windows to show.
 inline constexpr const char* kNameAndVersion = "Quorvel v" QUORVEL_VERSION;
 
 }  // namespace quorvel
