@@ -41,7 +41,7 @@ class EventLoop::QuitHolder : public native::Subscription {
 
 namespace {
 
-// A callback may end its own subscription, so a copy is what runs.
+// Runs a copy: a callback may end the subscription, which holds the original.
 void Call(const native::Callback& callback) {
   if (const native::Callback copy = callback) copy();
 }

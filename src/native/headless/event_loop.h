@@ -14,7 +14,7 @@ namespace quorvel::headless {
 
 /// The event loop of a program without windows: waits on descriptors and timers in one `poll`.
 ///
-/// All calls and all callbacks are of one thread. A subscription ends before its loop does.
+/// All calls and callbacks happen on the same thread. A subscription ends before the loop ends.
 class EventLoop : public native::EventLoop {
  public:
   using Time = std::chrono::steady_clock::time_point;
@@ -26,12 +26,12 @@ class EventLoop : public native::EventLoop {
   void Stop() override { mStopped = true; }
   void Turn(int32_t most_ms) override;
   std::unique_ptr<native::Subscription> Watch(int descriptor, native::Callback readable) override;
-  /// `period` is at least 1 ms. A timer that is late by whole periods fires once for all of them.
+  /// `period` is at least 1 ms. A timer that is late by several periods fires only once.
   std::unique_ptr<native::Subscription> Repeat(std::chrono::milliseconds period,
                                                native::Callback fired) override;
-  /// Signals are the only requests: there is no desktop.
+  /// Without a desktop, signals are the only requests to quit.
   std::unique_ptr<native::Subscription> WatchQuit(native::Callback asked) override;
-  /// Adds a step that `Run` or `Turn` takes later; steps are taken in order, one in each turn.
+  /// Adds a step for `Run` or `Turn` to call later; steps are called in order, one in each turn.
   void Post(native::Callback step) { mSteps.push_back(std::move(step)); }
 
  protected:

@@ -118,8 +118,8 @@ void Content::mouseReleaseEvent(QMouseEvent* event) {
   if (left && listener != nullptr) listener->OnMouseReleased(PointAt(event->position()));
 }
 
-// Buttons and fields keep mouse moves to themselves. The pointer is reported as it enters such a
-// control, or the label that the pointer came from would never get its "MouseExit".
+// Buttons and fields keep mouse moves to themselves. Reports the pointer on entering a button or
+// field; otherwise a label that the pointer has just left would never get "MouseExit".
 bool Content::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::Enter) {
     const QPointF position = static_cast<QEnterEvent*>(event)->position();

@@ -24,7 +24,7 @@ class Content final : public QWidget {
   /// made anew; the first time, a control also gets the focus: a field to type in, a single line
   /// before many lines, else a control of another kind, links last.
   void OrderSoon(QWidget& control, int tab_index);
-  /// Reports a press and a release of the mouse at that point.
+  /// Reports a press and a release of the mouse at `point`, in pixels from the top left.
   void Click(QPoint point);
 
  protected:

@@ -15,8 +15,8 @@ Qt::Alignment AlignmentOf(int32_t alignment) {
   return (alignment == 2 ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignTop;
 }
 
-// Windows with labels have a background colour of their own, so a label's text keeps its colour on
-// a dark desktop.
+// Windows with labels have a background colour of their own, so a label's text keeps the given
+// colour on a dark desktop.
 QPalette TextColors(const std::string& color) {
   QPalette colors;
   colors.setColor(QPalette::WindowText, QColor(FromUtf8(color)));

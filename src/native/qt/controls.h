@@ -28,7 +28,7 @@ class Button final : public native::Button {
 
  private:
   Owned<QPushButton> widget;
-  QObject receiver;  // the context of the connection: no press arrives after its destruction
+  QObject receiver;  // the connection's context: no press arrives after the receiver's destruction
 };
 
 }  // namespace quorvel::qt

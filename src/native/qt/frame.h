@@ -56,7 +56,8 @@ class Frame final : public QWidget {
   bool was_shown = false;
 };
 
-/// The contract's handle on a frame; the frame is deleted with its last handler done.
+/// Implements `native::Window` with a frame. The frame is deleted after this object, once no
+/// handler of the frame is running.
 class Window final : public native::Window {
  public:
   explicit Window(Frame* the_frame) : frame(the_frame) {}

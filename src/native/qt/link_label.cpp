@@ -41,8 +41,8 @@ QAccessibleInterface* MakeAccessible(const QString&, QObject* object) {
 LinkLabel::LinkLabel(Content& the_content) : QLabel(&the_content), content(the_content) {
   QAccessible::installFactory(MakeAccessible);
   setTextFormat(Qt::PlainText);
-  // A label whose text can be selected or clicked keeps the mouse to itself; this label leaves the
-  // mouse to the content, which reports presses and releases.
+  // A label with text to select or click keeps the mouse from the content. Without interaction the
+  // content sees, and reports, the presses and releases.
   setTextInteractionFlags(Qt::NoTextInteraction);
 }
 

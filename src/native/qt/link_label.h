@@ -6,7 +6,7 @@
 
 namespace quorvel::qt {
 
-/// A label that can be a link: the keyboard reaches a link and clicks the link as the mouse does.
+/// A label or a link. The keyboard reaches a link and clicks the link as the mouse does.
 class LinkLabel final : public QLabel {
  public:
   explicit LinkLabel(Content& the_content);
@@ -20,7 +20,7 @@ class LinkLabel final : public QLabel {
   void paintEvent(QPaintEvent* event) override;
 
  private:
-  Content& content;  // its parent
+  Content& content;  // the parent
 };
 
 }  // namespace quorvel::qt

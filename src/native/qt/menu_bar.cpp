@@ -20,8 +20,8 @@ bool SameButForEnabled(const Entries& a, const Entries& b) {
   });
 }
 
-// "Ctrl" is the Command key where there is one. On many keyboards the plus sign is over "=", and is
-// not meant to need the shift key as well.
+// The toolkit's "Ctrl" is the Command key on macOS. Many keyboards have the plus sign over "=";
+// "Ctrl+=" as a second shortcut spares the user the shift key.
 QList<QKeySequence> Shortcuts(const std::string& text) {
   QString keys = FromUtf8(text);
   if (keys.startsWith("Cmd+")) keys.replace(0, 3, "Ctrl");

@@ -9,19 +9,19 @@
 
 namespace quorvel::qt {
 
-/// Whether the desktop has one menu bar for all windows, which is there without any window too.
+/// Whether the desktop has a menu bar for all windows, visible even when no window is open.
 #ifdef Q_OS_MACOS
 constexpr bool kGlobalMenuBar = true;
 #else
 constexpr bool kGlobalMenuBar = false;
 #endif
 
-/// One copy of the program's menu bar.
+/// A widget with a copy of the program's menu bar.
 class MenuBar final : public QMenuBar {
  public:
   explicit MenuBar(QWidget* parent);
-  /// While the menus stay the same but for what is enabled, so do their widgets: this may be called
-  /// while one of them opens. `listener` outlives this object.
+  /// Shows the menus. Menus that differ from the shown menus in enabled items alone keep their
+  /// widgets, so that a menu which is about to open can be updated. `listener` outlives the widget.
   void ShowMenus(const std::vector<native::MenuEntry>& menus, native::MenuListener& listener);
 
  private:

@@ -5,8 +5,9 @@
 
 namespace quorvel::qt {
 
-/// Holds a widget for a native object. When that goes, the widget is hidden at once and deleted
-/// when none of its handlers can be running any more. Empty once the widget's window has gone.
+/// Holds the widget of a native object. The destructor hides the widget at once; the event loop
+/// deletes the widget when no handler of the widget can be running. Empty once the widget's window
+/// has been deleted.
 template <typename Widget>
 class Owned {
  public:

@@ -12,7 +12,7 @@ inline QString FromUtf8(std::string_view text) {
 
 inline std::string ToUtf8(const QString& text) { return text.toStdString(); }
 
-/// NULs as the symbol that stands for them.
+/// The text with the symbol U+2400 for each NUL.
 inline QString WithVisibleNulls(QString text) { return text.replace(QChar(u'\0'), QChar(0x2400)); }
 
 }  // namespace quorvel::qt

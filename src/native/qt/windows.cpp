@@ -19,7 +19,7 @@ const native::MenuEntry* FindQuit(const std::vector<native::MenuEntry>& entries)
   return nullptr;
 }
 
-// A field of many lines has its text and its scroll bars in widgets of their own.
+// In a field of many lines, the text and the scroll bars are widgets inside the field's widget.
 bool IsPartOfField(const QWidget* widget) {
   for (; widget != nullptr && !widget->isWindow(); widget = widget->parentWidget()) {
     if (qobject_cast<const QLineEdit*>(widget) != nullptr) return true;
@@ -100,7 +100,7 @@ bool Windows::eventFilter(QObject* watched, QEvent* event) {
   return type == QEvent::Wheel && TurnsFontSize(watched, event);
 }
 
-// Control and the wheel over a field would make the toolkit zoom the text on its own.
+// Sends the font shortcuts. The toolkit alone would zoom the text of the field under the pointer.
 bool Windows::TurnsFontSize(QObject* watched, QEvent* event) {
   const auto* wheel = static_cast<QWheelEvent*>(event);
   const auto* widget = qobject_cast<QWidget*>(watched);

@@ -50,7 +50,7 @@ class Windows final : public QObject, public native::Windows, private native::Wi
   std::vector<QPointer<Frame>> frames;
   std::unique_ptr<MenuBar> global_bar;
   std::unique_ptr<Frame> small_window;
-  int wheel_turn = 0;  // of the wheel over a field with Control down, not yet a whole shortcut
+  int wheel_turn = 0;  // eighths of a degree, with Control down, towards the next font shortcut
   QTimer menu_check;   // zero delay: runs KeepMenusInReach() after the current handler returns, so
                        // that closing a window and opening another does not flash the small window
 };
