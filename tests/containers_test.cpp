@@ -41,7 +41,7 @@ TEST(MemoryBlock, ReadsPastTheEndAreShortAndWritesAreRefused) {
   EXPECT_THROW(MemoryBlock(-1), OutOfBoundsException);
 }
 
-TEST(MemoryBlock, SharesATextUntilOneSideWrites) {
+TEST(MemoryBlock, SharesTheBytesOfATextUntilAWrite) {
   const Text text = Text("12345678") + "rest";
   MemoryBlock block(LenB(text));
   block.StringValue(0, block.Size(), text);
@@ -52,7 +52,7 @@ TEST(MemoryBlock, SharesATextUntilOneSideWrites) {
   EXPECT_EQ(All(MemoryBlock(3)), std::string(3, '\0'));
 }
 
-TEST(Dictionary, KeepsTheOrderOfItsKeys) {
+TEST(Dictionary, NumbersKeysInTheOrderOfFirstAssignment) {
   Dictionary senders;
   senders.Value("10.0.0.2", "b");
   senders.Value("10.0.0.1", "a");

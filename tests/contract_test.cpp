@@ -1,4 +1,4 @@
-// The rules that windows, controls, menus and the event loop keep, on either native side.
+// The contract of windows, controls, menus and the event loop, tested on each native side.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -25,7 +25,7 @@ using testing::IsEmpty;
 
 using Events = std::vector<std::string>;
 Events gEvents;
-/// What a test wants done when an event happens.
+/// A test's functions by event; `Happens` calls the event's function.
 std::map<std::string, std::function<void()>> gThen;
 
 void Happens(const std::string& event) {
@@ -34,7 +34,7 @@ void Happens(const std::string& event) {
 }
 Events Happened() { return std::exchange(gEvents, {}); }
 
-/// A window that tells what happens to it.
+/// A window that passes all events to `Happens`.
 class Probe : public Window {
  public:
   static constexpr const char* kClassName = "Probe.Probe";
@@ -96,7 +96,7 @@ class Probe : public Window {
   }
 };
 
-/// A window with nothing in it.
+/// A window without controls and handlers.
 class Bare : public Window {
  public:
   static constexpr const char* kClassName = "Bare.Bare";
@@ -157,7 +157,7 @@ class Contract : public testing::Test {
     RuntimeInit(mHands->Side());
     _RuntimeRegisterAppObject(mApp);
   }
-  /// Runs the event loop with `body` as its one event; ends by itself.
+  /// Runs the event loop with `body` as an event, and ends the loop after `body`.
   void Running(const std::function<void()>& body) {
     mHands->Post([=, this] {
       body();
@@ -165,7 +165,7 @@ class Contract : public testing::Test {
     });
     _RuntimeRun();
   }
-  /// Runs the event loop with `handler` as an event that leads to a quit.
+  /// Runs the event loop with `handler` as an event until `handler` quits the application.
   void RunsUntilQuit(const std::function<void()>& handler) {
     mHands->Post([=] { Dispatch(handler); });
     _RuntimeRun();
@@ -188,7 +188,7 @@ class Contract : public testing::Test {
   Ref<ProbeApp> mApp = New<ProbeApp>();
 };
 
-TEST_F(Contract, AnAccessorFindsTheOpenWindowOrMakesAFreshOne) {
+TEST_F(Contract, AnAccessorFindsTheOpenWindowOrOpensANewWindow) {
   gThen["open"] = [] { EXPECT_TRUE(_GetImplicitWindow(Probe::kClassName)); };
   const auto first = ImplicitWindow<Probe>();
   EXPECT_EQ(mHands->ContentSize("Probe"), std::pair(400, 300));
@@ -216,7 +216,7 @@ TEST_F(Contract, AWindowMayRefuseToClose) {
   EXPECT_THAT(Happened(), ElementsAre("asked", "asked", "close"));
 }
 
-TEST_F(Contract, AHookThatClosesAgainOrRaisesDoesNotStopAClose) {
+TEST_F(Contract, AWindowClosesEvenWhenTheCloseHookClosesAgainOrRaises) {
   const auto probe = OpenProbe();
   gThen["close"] = [&] {
     probe->Close();
@@ -242,7 +242,7 @@ TEST_F(Contract, QuitUnwindsThenClosesTheWindowsAndTheApplicationOnce) {
   EXPECT_THAT(mHands->Messages(), IsEmpty());
 }
 
-TEST_F(Contract, AQuitUnwindsEachHandlerAroundIt) {
+TEST_F(Contract, AQuitInsideANestedLoopUnwindsTheOuterHandler) {
   const auto close = [&] { mHands->PressCloseButton("Probe"); };
   const std::function<void()> handlers[] = {[&] {
                                               mHands->Post(close);
@@ -312,7 +312,7 @@ TEST_F(Contract, EachKindOfUnhandledExceptionIsShownOnceAndTheLoopGoesOn) {
   EXPECT_TRUE(mHands->IsOpen("Probe"));
 }
 
-TEST_F(Contract, ThingsMayGoInsideTheirOwnHandlers) {
+TEST_F(Contract, WindowsAndTimersMayEndInsideTheirOwnHandlers) {
   OpenProbe();
   gThen["button"] = [] { ImplicitWindow<Probe>()->Close(); };
   mHands->PressButton("button");
@@ -356,7 +356,7 @@ TEST_F(Contract, MenusFollowTheFrontWindow) {
   EXPECT_THAT(Happened(), IsEmpty());
 }
 
-TEST_F(Contract, AFieldGivesBackWhatItWasGivenOrTyped) {
+TEST_F(Contract, AFieldReturnsTheAssignedOrTypedText) {
   const auto probe = OpenProbe();
   const auto field = probe->Get<EditField>("field");
   const std::string odd("a\0b\r\n\xC3\xA9 \xE9 \xE2\x82", 12);
@@ -383,7 +383,7 @@ TEST_F(Contract, AFieldGivesBackWhatItWasGivenOrTyped) {
   EXPECT_EQ(mHands->ShownText("line"), "");
 }
 
-TEST_F(Contract, AUsersResizeIsTold) {
+TEST_F(Contract, AResizeByTheUserIsReported) {
   const auto probe = OpenProbe();
   mHands->Resize("Probe", 500, 350);
   EXPECT_TRUE(mHands->WaitUntil([] { return gEvents == Events{"resizing", "resized"}; }));
@@ -401,7 +401,7 @@ TEST_F(Contract, TheMouseEntersAndLeavesAtTheEdges) {
   EXPECT_THAT(Happened(), ElementsAre("MouseExit"));
 }
 
-TEST_F(Contract, AClaimedClickEndsWhereItBegan) {
+TEST_F(Contract, TheControlThatClaimedAClickGetsTheRelease) {
   OpenProbe();
   mHands->PressMouse("Probe", 25, 12);
   mHands->ReleaseMouse("Probe", 200, 200);
@@ -413,7 +413,7 @@ TEST_F(Contract, AClaimedClickEndsWhereItBegan) {
   EXPECT_THAT(Happened(), IsEmpty());
 }
 
-TEST_F(Contract, AWrongTableOrNameIsRaised) {
+TEST_F(Contract, UnknownNamesAndWrongControlsRaise) {
   const auto probe = OpenProbe();
   const auto button = probe->Get<PushButton>("button");
   const auto install = [&](const char* event) {

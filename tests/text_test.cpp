@@ -22,7 +22,7 @@ std::vector<std::string> Bytes(const std::vector<Text>& texts) {
   return all;
 }
 
-// Any mixture of joins and cuts gives what plain strings give, and changes no other text.
+// Random joins and cuts of texts equal those of plain strings, and change no other text.
 // QUORVEL_SEED repeats a run.
 TEST(Text, JoinsAndCutsLikePlainStrings) {
   const char* const given = std::getenv("QUORVEL_SEED");
@@ -60,12 +60,12 @@ TEST(Text, JoiningAtTheEndMovesTheBytesRarely) {
     if (log.Bytes().data() != before) ++moves;
   }
   EXPECT_LT(moves, 40);
-  // A short rest of a long stream leaves the long buffer behind.
+  // A join to the short rest of a long text moves to a new buffer, and frees the long buffer.
   const Text rest = MidB(log, LenB(log) - 9);
   EXPECT_NE((rest + "y").Bytes().data(), rest.Bytes().data());
 }
 
-TEST(Text, ExtendsTellsGrowthFromReplacement) {
+TEST(Text, ExtendsTellsAGrownTextFromAnotherText) {
   const Text log = Text("one\n") + "two\n";
   for (const Text& start : {log, Text("one\n"), Text()}) {
     EXPECT_TRUE((log + "three\n").Extends(start));
@@ -100,7 +100,7 @@ TEST(Text, CharactersAreSequencesOrSingleBytes) {
     const auto count = static_cast<int32_t>(characters.size());
     EXPECT_EQ(Len(text), count);
     EXPECT_EQ(Asc(text), first_code);
-    // Backwards and forwards: the position that was last asked for must not show.
+    // Backwards and forwards: the remembered position of the last access must not change results.
     for (int32_t i = count; i >= 1; --i) {
       EXPECT_EQ(Bytes(Mid(text, i, 1)), characters[static_cast<size_t>(i) - 1]);
       EXPECT_EQ(Bytes(Left(text, i)) + Bytes(Mid(text, i + 1)), bytes);

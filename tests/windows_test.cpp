@@ -1,4 +1,4 @@
-// The windows of the program, on either native side.
+// The windows of the program, tested on each native side.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -127,7 +127,7 @@ TEST_F(AllWindows, HaveTheirCommandsTheirControlsAndTheirTexts) {
   EXPECT_EQ(mHands->ShownText("efKey"), "A key of more than t");
 }
 
-TEST_F(AllWindows, HelpCommandsOpenEachWindowOnceAndAfresh) {
+TEST_F(AllWindows, HelpCommandsShowTheOpenWindowOrOpenANewWindow) {
   wCreateKeyFile()->Show();
   const auto choose = [&](const char* item) {
     mHands->BringToFront("Getting Started");
@@ -148,7 +148,7 @@ TEST_F(AllWindows, HelpCommandsOpenEachWindowOnceAndAfresh) {
   EXPECT_THAT(mHands->ShownText("editFieldExtras1"), testing::HasSubstr("is ' Maple '.  See"));
 }
 
-TEST_F(AllWindows, HelpTopicsAndTheWebPageComeWithTheMouseAndTheKeyboard) {
+TEST_F(AllWindows, MouseAndKeyboardOpenHelpTopicsAndTheWebPage) {
   wHelp()->Show();
   const auto click = [&](int y) {
     mHands->PressMouse("Help", 250, y);
@@ -204,7 +204,7 @@ TEST_F(AllWindows, TheLogHasALineForEachMessageInTheOrderOfArrival) {
   EXPECT_EQ(mHands->ShownText("efLog"), expected.replace(expected.size() - 2, 1, "\xC3\xA9"));
 }
 
-TEST_F(AllWindows, TheLogHasAFontWithinLimitsAndTheSizeOfItsWindow) {
+TEST_F(AllWindows, TheLogKeepsFontLimitsAndFollowsTheWindowSize) {
   wMain()->Show();
   mHands->BringToFront(kReady);
   const auto log = wMain()->efLog();
