@@ -104,7 +104,7 @@ class Bare : public Window {
   void Layout() override { Title("Bare"); }
 };
 
-/// A window that never gets as far as its controls.
+/// A window without a menu bar: the set-up raises before the controls are made.
 class Broken : public Bare {
  public:
   static constexpr const char* kClassName = "Broken.Broken";

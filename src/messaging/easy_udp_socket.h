@@ -53,9 +53,6 @@ class EasyUDPSocket : public UDPSocket {
   virtual void Event_ReceivedMessage(const Text& from, int32_t command, const Text& data);
 
  private:
-  /// For tests: calls the private functions for group addresses and packets.
-  friend struct EasyUDPSocketDoor;
-
   [[nodiscard]] Text HashGroupNameToIP(const Text& group) const;
   [[nodiscard]] static MemoryBlock CreatePacket(int32_t command, const Text& data);
   void ProcessData();

@@ -138,7 +138,7 @@ class Posix final : public SocketCalls {
                  sizeof remote) >= 0) {
         return true;
       }
-      // A full send buffer soon has room again; a buffer that stays full is a failure.
+      // A full send buffer soon has room again. A second without room is a failure.
       const bool full = errno == EAGAIN || errno == EWOULDBLOCK || errno == ENOBUFS;
       pollfd writable{socket, POLLOUT, 0};
       if (errno != EINTR && !(full && poll(&writable, 1, kSendPatienceMs) > 0)) return false;

@@ -138,8 +138,8 @@ bool UDPSocket::Send(Ipv4Address to, const Text& data) {
   return IsNoRoute(errno) && IsMulticast(to) && SendOnEachInterface(to, data);
 }
 
-// Only the first interface's datagram comes back to this host, so that listeners on this host hear
-// the datagram once.
+// Only the first interface's datagram comes back to the sending host: a listener on the sending
+// host hears the datagram once.
 bool UDPSocket::SendOnEachInterface(Ipv4Address group, const Text& data) {
   bool sent = false;
   int error = ENETUNREACH;
