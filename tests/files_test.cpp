@@ -1,5 +1,3 @@
-#include "platform/files/files.h"
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -7,6 +5,9 @@
 #include <string>
 #include <vector>
 
+#include "platform/files/file_type.h"
+#include "platform/files/folder_item.h"
+#include "platform/files/text_stream.h"
 #include "platform/runtime/runtime.h"
 #include "support/side.h"
 #include "support/temporary_folder.h"

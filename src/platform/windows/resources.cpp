@@ -3,7 +3,8 @@
 #include <string>
 
 #include "native/native.h"
-#include "platform/files/files.h"
+#include "platform/files/folder_item.h"
+#include "platform/files/text_stream.h"
 #include "platform/runtime/runtime.h"
 
 namespace quorvel {

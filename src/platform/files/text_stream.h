@@ -1,0 +1,54 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+#include "platform/values/object.h"
+#include "platform/values/text.h"
+
+namespace quorvel {
+
+/// Reads a text file piece by piece. Closes itself when its last reference goes.
+class TextInputStream : public Object {
+ public:
+  /// Owns `file`, an open descriptor, from here on.
+  explicit TextInputStream(int file) : mFile(file) {}
+  ~TextInputStream() override;
+
+  /// True when no more can be read; a read that fails ends the file. (The plain name is a macro of
+  /// the C library.)
+  [[nodiscard]] bool EOF_();
+  /// The next line without its line end (LF, CR LF or CR), or the rest when none follows. The
+  /// result bears the given mark; Nil is none.
+  [[nodiscard]] Text ReadLine(std::nullptr_t encoding);
+  [[nodiscard]] Text _ReadAll();
+
+ private:
+  bool Fill();
+
+  int mFile;
+  std::string mBuffer;
+  size_t mNext = 0;
+  bool mAtEnd = false;
+};
+
+/// Writes a text file. Closes itself when its last reference goes.
+class TextOutputStream : public Object {
+ public:
+  /// Owns `file`, an open descriptor, from here on.
+  explicit TextOutputStream(int file) : mFile(file) {}
+  ~TextOutputStream() override;
+
+  /// Writes the bytes with nothing added.
+  void Write(const Text& text);
+  /// Ends the file; what was written is on disk when this returns.
+  void Close();
+  /// Whether a write has failed since the stream was made.
+  [[nodiscard]] bool WriteError() const { return mFailed; }
+
+ private:
+  int mFile;
+  bool mFailed = false;
+};
+
+}  // namespace quorvel
