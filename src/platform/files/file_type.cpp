@@ -1,14 +1,15 @@
 #include "platform/files/file_type.h"
 
 #include <map>
+#include <string>
 #include <utility>
 
 namespace quorvel {
 
 namespace {
 
-std::map<std::string, std::string>& ExtensionsByTypeName() {
-  static std::map<std::string, std::string> types;
+std::map<std::string, RegisteredFileType>& Registry() {
+  static std::map<std::string, RegisteredFileType> types;
   return types;
 }
 
@@ -16,12 +17,12 @@ std::map<std::string, std::string>& ExtensionsByTypeName() {
 
 void FileType::Register() {
   if (std::exchange(mRegistered, true)) return;
-  ExtensionsByTypeName().insert_or_assign(std::string(mName.Bytes()),
-                                          std::string(mExtensions.Bytes()));
+  Registry().insert_or_assign(std::string(mName.Bytes()),
+                              RegisteredFileType{mName, mMacCreator, mMacType, mExtensions});
 }
 
 void FileType::Deregister() {
-  if (std::exchange(mRegistered, false)) ExtensionsByTypeName().erase(std::string(mName.Bytes()));
+  if (std::exchange(mRegistered, false)) Registry().erase(std::string(mName.Bytes()));
 }
 
 Text FileType::ToText() {
@@ -29,9 +30,10 @@ Text FileType::ToText() {
   return mName;
 }
 
-std::string RegisteredExtensions(const Text& type_name) {
-  const auto type = ExtensionsByTypeName().find(std::string(type_name.Bytes()));
-  return type == ExtensionsByTypeName().end() ? std::string() : type->second;
+std::optional<RegisteredFileType> FindFileType(const Text& name) {
+  const auto found = Registry().find(std::string(name.Bytes()));
+  if (found == Registry().end()) return std::nullopt;
+  return found->second;
 }
 
 }  // namespace quorvel

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <string>
+#include <optional>
 
 #include "platform/values/object.h"
 #include "platform/values/text.h"
@@ -32,7 +32,15 @@ class FileType : public Object {
   bool mRegistered = false;
 };
 
-/// The extensions of the registered type of that name; empty when no such type is registered.
-[[nodiscard]] std::string RegisteredExtensions(const Text& type_name);
+/// What the registry holds of a type from its `Register` to its `Deregister`.
+struct RegisteredFileType {
+  Text name;
+  Text mac_creator;
+  Text mac_type;
+  Text extensions;
+};
+
+/// Nothing when no type of that name is registered.
+[[nodiscard]] std::optional<RegisteredFileType> FindFileType(const Text& name);
 
 }  // namespace quorvel

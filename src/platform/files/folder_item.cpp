@@ -70,10 +70,12 @@ Ref<FolderItem> GetFolderItem(const Text& name, int32_t path_type) {
 Ref<FolderItem> GetSaveFolderItem(const Text& file_type, const Text& default_name) {
   // A dialog can only start in a folder that is there.
   MakeFolders(DefaultFolder());
-  const native::SaveQuestion question{.default_name = NativeText(default_name),
-                                      .type_name = NativeText(file_type),
-                                      .extension = RegisteredExtensions(file_type),
-                                      .folder = DefaultFolder()};
+  const auto type = FindFileType(file_type);
+  const native::SaveQuestion question{
+      .default_name = NativeText(default_name),
+      .type_name = NativeText(file_type),
+      .extension = type ? NativeText(type->extensions) : std::string(),
+      .folder = DefaultFolder()};
   const auto chosen = Nested([&] { return Native().Dialogs().AskSaveFile(question); });
   return chosen ? New<FolderItem>(*chosen) : Nil;
 }
