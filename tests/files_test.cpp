@@ -51,6 +51,13 @@ TEST_F(Files, LinesEndInAnyOfThreeWays) {
   const std::string border(65535, 'x');
   EXPECT_THAT(Lines(border + "\r\nkey"), ElementsAre(border, "key"));
   EXPECT_THAT(Lines(border + "y\r\nkey"), ElementsAre(border + "y", "key"));
+  const std::string longest(1048576, 'x');
+  EXPECT_TRUE(Lines(longest + "\nkey") == (std::vector<std::string>{longest, "key"}));
+  EXPECT_TRUE(Lines(longest + "y\nkey") == std::vector{longest});
+  // The rest of an endless line stays unread.
+  mSide.faults.Arrange("Read", 40, EIO);
+  EXPECT_TRUE(Lines(std::string(4 * longest.size(), 'x')) == std::vector{longest});
+  EXPECT_TRUE(mSide.faults.IsAhead("Read"));
 }
 
 TEST_F(Files, AFileThatCannotBeReadIsNilOrEnds) {

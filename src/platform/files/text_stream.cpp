@@ -11,6 +11,7 @@ namespace quorvel {
 
 namespace {
 constexpr size_t kPiece = 65536;
+constexpr size_t kLongestLine = 1024 * 1024;
 }  // namespace
 
 TextInputStream::~TextInputStream() { Native().Files().Close(mFile); }
@@ -34,11 +35,18 @@ Text TextInputStream::ReadLine(std::nullptr_t) {
   do {
     end = mBuffer.find_first_of("\r\n", mNext + looked_at);
     looked_at = mBuffer.size() - mNext;
-  } while (end == std::string::npos && Fill());
-  if (end == std::string::npos) return _ReadAll();
+  } while (end == std::string::npos && looked_at <= kLongestLine && Fill());
+  if (end == std::string::npos || end - mNext > kLongestLine) return LastLine();
   Text line = Text::FromBytes(std::string_view(mBuffer).substr(mNext, end - mNext));
   mNext = end + 1;
   if (mBuffer[end] == '\r' && !EOF_() && mBuffer[mNext] == '\n') ++mNext;
+  return line;
+}
+
+Text TextInputStream::LastLine() {
+  Text line = Text::FromBytes(std::string_view(mBuffer).substr(mNext, kLongestLine));
+  mNext = mBuffer.size();
+  mAtEnd = true;
   return line;
 }
 

@@ -19,12 +19,15 @@ class TextInputStream : public Object {
   /// the C library.)
   [[nodiscard]] bool EOF_();
   /// The next line without its line end (LF, CR LF or CR), or the rest when none follows. The
-  /// result bears the given mark; Nil is none.
+  /// result bears the given mark; Nil is none. Of a line of more than 1 MiB the first 1 MiB is
+  /// read, and the stream is then at its end, so that no file can use up the memory.
   [[nodiscard]] Text ReadLine(std::nullptr_t encoding);
+  /// The rest of the file, of any length.
   [[nodiscard]] Text _ReadAll();
 
  private:
   bool Fill();
+  Text LastLine();
 
   int mFile;
   std::string mBuffer;
