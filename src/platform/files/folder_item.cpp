@@ -6,6 +6,7 @@
 
 #include "native/native.h"
 #include "platform/files/file_type.h"
+#include "platform/files/pending_file.h"
 #include "platform/files/text_stream.h"
 #include "platform/runtime/runtime.h"
 
@@ -24,42 +25,59 @@ bool IsBareName(const Text& name) {
 }
 
 void MakeFolders(const std::filesystem::path& folder) {
-  if (folder.empty() || Native().Files().Exists(folder.string())) return;
+  if (folder.empty() || Native().Folders().Exists(folder.string())) return;
   MakeFolders(folder.parent_path());
-  Native().Files().MakeFolder(folder.string());
+  Native().Folders().MakeFolder(folder.string());
 }
 
 }  // namespace
 
-bool FolderItem::Exists() const { return Native().Files().Exists(mPath.string()); }
-Text FolderItem::Name() const { return mPath.filename().string().c_str(); }
+const std::filesystem::path& FolderItem::Path() const {
+  return mPending ? mPending->Path() : mPath;
+}
+
+bool FolderItem::Exists() const {
+  return (mPending && mPending->IsOpen()) || Native().Folders().Exists(Path().string());
+}
+
+Text FolderItem::Name() const { return Path().filename().string().c_str(); }
 
 void FolderItem::Name(const Text& name) {
   if (!IsBareName(name)) return;
-  const auto renamed = mPath.parent_path() / name.Bytes();
-  if (Native().Files().RenameToNew(mPath.string(), renamed.string())) mPath = renamed;
+  const auto renamed = Path().parent_path() / name.Bytes();
+  if (mPending) {
+    mPending->Rename(renamed);
+  } else if (Native().Folders().RenameToNew(mPath.string(), renamed.string())) {
+    mPath = renamed;
+  }
 }
 
 Ref<TextInputStream> FolderItem::OpenAsTextFile() const {
-  const int file = Native().Files().OpenToRead(mPath.string());
-  if (file < 0) NoteFailedOpen(mPath.string(), errno);
+  const int file = Native().Files().OpenToRead(Path().string());
+  if (file < 0) NoteFailedOpen(Path().string(), errno);
   return file < 0 ? Nil : New<TextInputStream>(file);
 }
 
-Ref<TextOutputStream> FolderItem::CreateTextFile() const {
-  if (mPath.parent_path() == DefaultFolder()) MakeFolders(mPath.parent_path());
-  const int file = Native().Files().Create(mPath.string());
-  return file < 0 ? Nil : New<TextOutputStream>(file);
+Ref<TextOutputStream> FolderItem::CreateTextFile() {
+  if (Path().parent_path() == DefaultFolder()) MakeFolders(Path().parent_path());
+  const auto pending = PendingFile::Open(Path());
+  if (!pending) return Nil;
+  mPending = pending;
+  return New<TextOutputStream>(pending);
 }
 
 void FolderItem::MacCreator(const Text& creator) {
   mMacCreator = creator;
-  Native().Files().SetFinderInfo(mPath.string(), mMacType.Bytes(), mMacCreator.Bytes());
+  WriteFinderInfo();
 }
 
 void FolderItem::MacType(const Text& type) {
   mMacType = type;
-  Native().Files().SetFinderInfo(mPath.string(), mMacType.Bytes(), mMacCreator.Bytes());
+  WriteFinderInfo();
+}
+
+void FolderItem::WriteFinderInfo() const {
+  Native().Folders().SetFinderInfo(Path().string(), mMacType.Bytes(), mMacCreator.Bytes());
 }
 
 Ref<FolderItem> GetFolderItem(const Text& name, int32_t path_type) {

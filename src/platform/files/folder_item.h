@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <memory>
 #include <utility>
 
 #include "platform/values/object.h"
@@ -9,22 +10,27 @@
 
 namespace quorvel {
 
+class PendingFile;
 class TextInputStream;
 class TextOutputStream;
 
-/// A file by its place, whether it exists or not. Failures are Nil or no effect, never raised.
+/// A file by its path, whether it exists or not. Failures are Nil or no effect, never raised.
 class FolderItem : public Object {
  public:
   explicit FolderItem(std::filesystem::path path) : mPath(std::move(path)) {}
 
+  /// A file whose output stream is still open exists.
   [[nodiscard]] bool Exists() const;
   [[nodiscard]] Text Name() const;
-  /// Renames the file on disk, also while a stream on it is open. Refused when a file of that
-  /// name exists or the name is none: file and object then keep the old one.
+  /// Renames the file, also while an output stream on it is open: the stream's text then goes to
+  /// the new name. Refused when a file of that name exists or the name is none: file and object
+  /// then keep the old one.
   void Name(const Text& name);
   [[nodiscard]] Ref<TextInputStream> OpenAsTextFile() const;
-  /// Creates the file, empty, replacing one of that name; makes its folder if need be.
-  [[nodiscard]] Ref<TextOutputStream> CreateTextFile() const;
+  /// A stream for a new text, which replaces an old file when the stream is closed (see
+  /// `PendingFile`). Makes the default folder if need be. Nil, with the reason in `errno`, when the
+  /// file cannot be written.
+  [[nodiscard]] Ref<TextOutputStream> CreateTextFile();
 
   /// Four-character codes: the file's Finder information on macOS, kept in this object elsewhere.
   [[nodiscard]] const Text& MacCreator() const { return mMacCreator; }
@@ -33,7 +39,12 @@ class FolderItem : public Object {
   void MacType(const Text& type);
 
  private:
+  [[nodiscard]] const std::filesystem::path& Path() const;
+  void WriteFinderInfo() const;
+
   std::filesystem::path mPath;
+  // Of the last output stream; the path is then the one in here.
+  std::shared_ptr<PendingFile> mPending;
   Text mMacCreator;
   Text mMacType;
 };

@@ -58,21 +58,4 @@ Text TextInputStream::_ReadAll() {
   return rest;
 }
 
-TextOutputStream::~TextOutputStream() { Close(); }
-
-void TextOutputStream::Write(const Text& text) {
-  std::string_view rest = text.Bytes();
-  while (!rest.empty() && !mFailed) {
-    const auto count = Native().Files().Write(mFile, rest);
-    mFailed = count <= 0;
-    if (!mFailed) rest.remove_prefix(static_cast<size_t>(count));
-  }
-}
-
-void TextOutputStream::Close() {
-  if (mFile < 0) return;
-  if (!Native().Files().Sync(mFile)) mFailed = true;
-  Native().Files().Close(std::exchange(mFile, -1));
-}
-
 }  // namespace quorvel

@@ -1,8 +1,11 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <string>
+#include <utility>
 
+#include "platform/files/pending_file.h"
 #include "platform/values/object.h"
 #include "platform/values/text.h"
 
@@ -35,23 +38,24 @@ class TextInputStream : public Object {
   bool mAtEnd = false;
 };
 
-/// Writes a text file. Closes itself when its last reference goes.
+/// Writes a text file. Only `Close` makes the written text the file: a stream whose last reference
+/// goes earlier, because an exception or the quit came between, was not finished, and the old file
+/// stays.
 class TextOutputStream : public Object {
  public:
-  /// Owns `file`, an open descriptor, from here on.
-  explicit TextOutputStream(int file) : mFile(file) {}
-  ~TextOutputStream() override;
+  explicit TextOutputStream(std::shared_ptr<PendingFile> file) : mFile(std::move(file)) {}
+  ~TextOutputStream() override { mFile->Discard(); }
 
   /// Writes the bytes with nothing added.
-  void Write(const Text& text);
-  /// Ends the file; what was written is on disk when this returns.
-  void Close();
-  /// Whether a write has failed since the stream was made.
-  [[nodiscard]] bool WriteError() const { return mFailed; }
+  void Write(const Text& text) { mFile->Write(text.Bytes()); }
+  /// Ends the file; the written text is on disk when this returns. After a failed write the old
+  /// file, or no file, is there.
+  void Close() { mFile->Close(); }
+  /// Whether a write or the closing has failed.
+  [[nodiscard]] bool WriteError() const { return mFile->Failed(); }
 
  private:
-  int mFile;
-  bool mFailed = false;
+  std::shared_ptr<PendingFile> mFile;
 };
 
 }  // namespace quorvel

@@ -17,7 +17,7 @@ std::filesystem::path PathOf(std::string_view kind, int32_t number, const char* 
 
 template <class Resource>
 Ref<Resource> IfThere(const std::filesystem::path& path) {
-  if (!Native().Files().Exists(path.string())) return Nil;
+  if (!Native().Folders().Exists(path.string())) return Nil;
   return New<Resource>(path);
 }
 
