@@ -40,7 +40,7 @@ TEST_F(KeyWindow, AKeyIsSavedTrimmedAndUsedAsTyped) {
     EXPECT_THAT(Titles(), ElementsAre(kListening));
     EXPECT_EQ(mGlobals::sProgID.Bytes(), typed);
     EXPECT_EQ(ReadFile(KeyFile()), "1.0.5\n" + saved);
-    EXPECT_EQ(mSide.files.finder_info[KeyFile()], "prefQVL7");
+    EXPECT_EQ(mSide.folders.finder_info[KeyFile()], "prefQVL7");
     EXPECT_EQ(std::exchange(mSide.desktop.sounds, {}).size(), 1U);
     EXPECT_THAT(Messages(), IsEmpty());
     Finish();

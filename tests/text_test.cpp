@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <limits>
 #include <random>
 #include <string>
 #include <vector>
@@ -125,6 +126,24 @@ TEST(Text, FoldsTheCaseOfAsciiLettersAlone) {
   EXPECT_EQ(StrComp("a", "A", 1), 0);
   EXPECT_EQ(StrComp("a", "b", 0), -1);
   EXPECT_EQ(Bytes(Lowercase("QUIZ \xC3\x89 9")), "quiz \xC3\x89 9");
+}
+
+TEST(Text, ValIsTheDoubleNearestToTheNumberInFront) {
+  const std::string nines(400, '9');
+  const std::string zeros(400, '0');
+  struct Case {
+    std::string text;
+    double number;
+  };
+  for (const auto& [text, number] :
+       {Case{"239", 239}, Case{" -12.5x", -12.5}, Case{"+5", 5}, Case{"-.5", -.5}, Case{"5.", 5},
+        Case{"", 0}, Case{".", 0}, Case{"x1", 0}, Case{"--5", 0}, Case{"1.2.3", 1.2},
+        Case{"1e3", 1}, Case{"0x1F", 0}, Case{"inf", 0}, Case{"-nan", 0}, Case{"0.3", 0.3},
+        Case{"-969.85461708", -969.85461708}, Case{"84393198266404899", 84393198266404899.},
+        Case{"-" + nines, -std::numeric_limits<double>::infinity()}, Case{"0." + zeros + "1", 0}}) {
+    EXPECT_EQ(Val(Text::FromBytes(text)), number) << text;
+  }
+  EXPECT_EQ(ToInt32(Val(Text::FromBytes(nines))), 2147483647);
 }
 
 TEST(Text, TrimsBlanksAndConvertsWithoutLoss) {

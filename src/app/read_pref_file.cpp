@@ -5,7 +5,8 @@
 #include "key/key_file.h"
 #include "log/main_window.h"
 #include "messaging/channel.h"
-#include "platform/files/files.h"
+#include "platform/files/folder_item.h"
+#include "platform/files/text_stream.h"
 #include "platform/windows/system.h"
 #include "ui/globals.h"
 

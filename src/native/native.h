@@ -26,6 +26,7 @@ class Side {
   virtual native::Dialogs& Dialogs() = 0;
   virtual native::Desktop& Desktop() = 0;
   virtual FileCalls& Files() = 0;
+  virtual FolderCalls& Folders() = 0;
   virtual SocketCalls& Sockets() = 0;
 };
 

@@ -1,6 +1,7 @@
 #include "ui/edit_field_extras.h"
 
-#include "platform/files/files.h"
+#include "platform/files/folder_item.h"
+#include "platform/files/text_stream.h"
 #include "platform/runtime/runtime.h"
 #include "platform/windows/printing.h"
 #include "platform/windows/system.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/files/files.h"
+#include "platform/files/file_type.h"
 #include "platform/values/object.h"
 
 namespace quorvel::FileTypes1 {

@@ -93,6 +93,7 @@ class Side : public native::Side {
   test::Dialogs& Dialogs() override { return dialogs; }
   test::Desktop& Desktop() override { return desktop; }
   FaultyFiles& Files() override { return files; }
+  FaultyFolders& Folders() override { return folders; }
   SocketCalls& Sockets() override { return mSockets; }
 
   Faults faults;
@@ -101,6 +102,7 @@ class Side : public native::Side {
   test::Dialogs dialogs;
   test::Desktop desktop;
   FaultyFiles files{faults};
+  FaultyFolders folders{faults};
   ScriptedSockets sockets{faults};
 
  private:

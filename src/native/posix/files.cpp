@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
 
 #include "native/system_calls.h"
@@ -15,6 +16,9 @@
 namespace quorvel {
 
 namespace {
+
+constexpr mode_t kPermissions = S_IRWXU | S_IRWXG | S_IRWXO;
+constexpr mode_t kDefaultPermissions = 0666;  // less the user's own mask
 
 #if defined(__linux__) && defined(RENAME_NOREPLACE)
 bool RenameAtOnce(const char* from, const char* to) {
@@ -31,9 +35,22 @@ bool RenameAtOnce(const char*, const char*) {
 }
 #endif
 
-// A second name can only be given where there is no file yet; the old name goes afterwards.
+// A second name can only be given to a file where no file bears that name; the old name goes
+// afterwards.
 bool RenameByLink(const char* from, const char* to) {
-  return link(from, to) == 0 && unlink(from) == 0;
+  return linkat(AT_FDCWD, from, AT_FDCWD, to, 0) == 0 && unlink(from) == 0;
+}
+
+bool IsUnsupportedHere(int error) {
+  return error == ENOSYS || error == EINVAL || error == ENOTSUP || error == EPERM;
+}
+
+template <class Call>
+auto Retried(Call call) {
+  while (true) {
+    const auto result = call();
+    if (result >= 0 || errno != EINTR) return result;
+  }
 }
 
 #ifdef __APPLE__
@@ -49,12 +66,17 @@ bool WriteFinderInfo(const std::string& path, std::string_view type, std::string
 bool WriteFinderInfo(const std::string&, std::string_view, std::string_view) { return true; }
 #endif
 
-class Posix final : public FileCalls {
+void CopyOwnerAndPermissions(int file, const struct stat& from) {
+  // Only root gives a file away; the group may still be one of the user's own groups.
+  [[maybe_unused]] const bool owned = fchown(file, from.st_uid, from.st_gid) == 0 ||
+                                      fchown(file, static_cast<uid_t>(-1), from.st_gid) == 0;
+  fchmod(file, from.st_mode & kPermissions);
+}
+
+class PosixFiles final : public FileCalls {
  public:
-  bool Exists(const std::string& path) override {
-    struct stat status {};
-    return stat(path.c_str(), &status) == 0;
-  }
+  // A pipe whose reader has gone is a failed write and must not end the program.
+  PosixFiles() { std::signal(SIGPIPE, SIG_IGN); }
 
   int OpenToRead(const std::string& path) override {
     const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
@@ -67,11 +89,32 @@ class Posix final : public FileCalls {
     return file;
   }
 
-  int Create(const std::string& path) override {
-    return open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+  int OpenToWrite(const std::string& path) override {
+    const int file = open(path.c_str(), O_WRONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
+    if (file >= 0) fcntl(file, F_SETFL, 0);
+    return file;
   }
 
-  bool MakeFolder(const std::string& path) override { return mkdir(path.c_str(), 0777) == 0; }
+  int CreateNew(const std::string& path, int like) override {
+    struct stat old {};
+    const bool known = like >= 0 && fstat(like, &old) == 0;
+    // Nobody else reads the file before its owner is settled.
+    const mode_t mode = known ? old.st_mode & S_IRWXU : kDefaultPermissions;
+    const int file = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
+    if (file >= 0 && known) CopyOwnerAndPermissions(file, old);
+    return file;
+  }
+
+  bool IsReplaceable(int file, const std::string& folder) override {
+    struct stat old {};
+    struct stat around {};
+    if (fstat(file, &old) != 0 || !S_ISREG(old.st_mode)) return false;
+    if (stat(folder.c_str(), &around) != 0 || (around.st_mode & S_ISVTX) == 0) return true;
+    const uid_t user = geteuid();
+    return user == 0 || user == old.st_uid || user == around.st_uid;
+  }
+
+  bool Empty(int file) override { return ftruncate(file, 0) == 0 || errno == EINVAL; }
 
   int64_t Read(int file, std::span<char> into) override {
     return Retried([&] { return read(file, into.data(), into.size()); });
@@ -81,34 +124,69 @@ class Posix final : public FileCalls {
     return Retried([&] { return write(file, bytes.data(), bytes.size()); });
   }
 
-  bool Sync(int file) override { return fsync(file) == 0; }
+  bool Sync(int file) override {
+    return Retried([&] { return fsync(file); }) == 0 || errno == EINVAL || errno == ENOTSUP;
+  }
+
   void Close(int file) override { close(file); }
+};
+
+class PosixFolders final : public FolderCalls {
+ public:
+  bool Exists(const std::string& path) override {
+    struct stat status {};
+    return stat(path.c_str(), &status) == 0;
+  }
+
+  bool IsFree(const std::string& path) override {
+    struct stat status {};
+    return lstat(path.c_str(), &status) != 0 && errno == ENOENT;
+  }
+
+  std::string LinkTarget(const std::string& path) override {
+    std::array<char, 4096> target{};
+    const auto length = readlink(path.c_str(), target.data(), target.size());
+    return {target.data(), length < 0 ? 0 : static_cast<size_t>(length)};
+  }
+
+  bool MakeFolder(const std::string& path) override { return mkdir(path.c_str(), 0777) == 0; }
 
   bool RenameToNew(const std::string& from, const std::string& to) override {
     if (RenameAtOnce(from.c_str(), to.c_str())) return true;
-    const bool unknown_here = errno == ENOSYS || errno == EINVAL || errno == ENOTSUP;
-    return unknown_here && RenameByLink(from.c_str(), to.c_str());
+    if (!IsUnsupportedHere(errno)) return false;
+    if (RenameByLink(from.c_str(), to.c_str())) return true;
+    // A file system without links: nothing better is left than to look first.
+    return IsUnsupportedHere(errno) && IsFree(to) && Replace(from, to);
+  }
+
+  bool Replace(const std::string& from, const std::string& to) override {
+    return std::rename(from.c_str(), to.c_str()) == 0;
+  }
+
+  bool Remove(const std::string& path) override { return unlink(path.c_str()) == 0; }
+
+  void SyncFolder(const std::string& path) override {
+    const int folder = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_DIRECTORY);
+    if (folder < 0) return;
+    fsync(folder);
+    close(folder);
   }
 
   bool SetFinderInfo(const std::string& path, std::string_view type,
                      std::string_view creator) override {
     return WriteFinderInfo(path, type, creator);
   }
-
- private:
-  template <class Call>
-  static int64_t Retried(Call call) {
-    while (true) {
-      const auto result = call();
-      if (result >= 0 || errno != EINTR) return result;
-    }
-  }
 };
 
 }  // namespace
 
 FileCalls& PosixFileCalls() {
-  static Posix calls;
+  static PosixFiles calls;
+  return calls;
+}
+
+FolderCalls& PosixFolderCalls() {
+  static PosixFolders calls;
   return calls;
 }
 

@@ -40,6 +40,7 @@ class Side final : public native::Side {
   native::Dialogs& Dialogs() override { return dialogs; }
   native::Desktop& Desktop() override { return desktop; }
   FileCalls& Files() override { return PosixFileCalls(); }
+  FolderCalls& Folders() override { return PosixFolderCalls(); }
   SocketCalls& Sockets() override { return PosixSocketCalls(); }
 
  private:

@@ -1,7 +1,9 @@
 #include "platform/values/text.h"
 
 #include <algorithm>
+#include <charconv>
 #include <limits>
+#include <system_error>
 
 #include "platform/values/utf8.h"
 
@@ -14,6 +16,13 @@ bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
 int32_t ToCount(size_t count) {
   return static_cast<int32_t>(std::min<size_t>(count, std::numeric_limits<int32_t>::max()));
+}
+
+// The double for a number that is too large or too near to 0 for any other.
+double BeyondRange(std::string_view digits) {
+  const std::string_view whole = digits.substr(0, digits.find('.'));
+  const bool large = whole.find_first_not_of('0') != std::string_view::npos;
+  return large ? std::numeric_limits<double>::infinity() : 0;
 }
 
 std::string Folded(std::string_view bytes) {
@@ -134,18 +143,15 @@ Text Str(int32_t value) { return std::to_string(value).c_str(); }
 
 double Val(const Text& text) {
   const Text trimmed = Trim(text);
-  const std::string_view bytes = trimmed.Bytes();
-  size_t i = 0;
-  const bool negative = i < bytes.size() && bytes[i] == '-';
-  if (i < bytes.size() && (bytes[i] == '-' || bytes[i] == '+')) ++i;
+  std::string_view digits = trimmed.Bytes();
+  const bool negative = digits.starts_with('-');
+  if (negative || digits.starts_with('+')) digits.remove_prefix(1);
+  // Digits and one period alone are a number: no exponent, and no name of an infinity.
+  digits = digits.substr(0, digits.find_first_not_of("0123456789."));
   double value = 0;
-  for (; i < bytes.size() && IsDigit(bytes[i]); ++i) value = value * 10 + (bytes[i] - '0');
-  if (i < bytes.size() && bytes[i] == '.') {
-    double place = 0.1;
-    for (++i; i < bytes.size() && IsDigit(bytes[i]); ++i, place /= 10) {
-      value += place * (bytes[i] - '0');
-    }
-  }
+  const auto read = std::from_chars(digits.data(), digits.data() + digits.size(), value,
+                                    std::chars_format::fixed);
+  if (read.ec == std::errc::result_out_of_range) value = BeyondRange(digits);
   return negative ? -value : value;
 }
 

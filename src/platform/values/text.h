@@ -104,7 +104,8 @@ inline constexpr EndOfLineMark EndOfLine;
 
 /// The value in decimal.
 [[nodiscard]] Text Str(int32_t value);
-/// The number at the front of the text (sign, digits, fraction); 0 when there is none.
+/// The number at the front of the text (sign, digits, fraction; no exponent), as the double nearest
+/// to it; 0 when there is none, infinity when it is too large for a double.
 [[nodiscard]] double Val(const Text& text);
 /// Whether the text is one or more ASCII digits and nothing else.
 [[nodiscard]] bool IsNumeric(const Text& text);

@@ -3,7 +3,8 @@
 #include <string>
 
 #include "native/native.h"
-#include "platform/files/files.h"
+#include "platform/files/folder_item.h"
+#include "platform/files/text_stream.h"
 #include "platform/runtime/runtime.h"
 
 namespace quorvel {
@@ -16,7 +17,7 @@ std::filesystem::path PathOf(std::string_view kind, int32_t number, const char* 
 
 template <class Resource>
 Ref<Resource> IfThere(const std::filesystem::path& path) {
-  if (!Native().Files().Exists(path.string())) return Nil;
+  if (!Native().Folders().Exists(path.string())) return Nil;
   return New<Resource>(path);
 }
 

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <string_view>
+
+namespace quorvel {
+
+/// A new text for a file, from the opening of an output stream to its `Close`; shared by the
+/// stream, which writes the text, and the item, which names the file.
+///
+/// The text goes into a hidden file beside the file that the path leads to, links followed. `Close`
+/// renames the hidden file onto that file, so whatever happens before, the old file is whole. A
+/// file that no other can replace (a pipe, a device, a file in a folder that takes no new one) is
+/// emptied and written directly. Nothing here raises; failure is null or false.
+class PendingFile {
+ public:
+  /// Null, with the reason in `errno`, when the file cannot be written; an old file is then whole.
+  [[nodiscard]] static std::shared_ptr<PendingFile> Open(const std::filesystem::path& path);
+
+  /// For `Open`: `file` is a descriptor, owned from here on, of the hidden file, or of the file
+  /// itself when `hidden` is empty.
+  PendingFile(std::filesystem::path path, std::filesystem::path hidden, int file);
+  ~PendingFile() { Discard(); }
+  PendingFile(const PendingFile&) = delete;
+  PendingFile& operator=(const PendingFile&) = delete;
+
+  /// The path that the file has, or gets by `Close`.
+  [[nodiscard]] const std::filesystem::path& Path() const { return mPath; }
+  /// From `Open` to `Close` or `Discard`.
+  [[nodiscard]] bool IsOpen() const { return mFile >= 0; }
+  /// Gives the file another path in the same folder: renames the old file, or, when there is none,
+  /// lets `Close` create the file under that path. False, with nothing changed, when a file of
+  /// that path exists.
+  bool Rename(const std::filesystem::path& renamed);
+  /// Does nothing once a write has failed.
+  void Write(std::string_view bytes);
+  /// Makes the text the file's content, on disk when this returns. After a failure the hidden file
+  /// is deleted and the old file is whole.
+  void Close();
+  /// Forgets the text, unless it has been closed: the old file stays, or none.
+  void Discard();
+  /// Whether a write or the closing failed.
+  [[nodiscard]] bool Failed() const { return mFailed; }
+
+ private:
+  [[nodiscard]] bool HasNoFileYet() const;
+  bool MoveHiddenFile();
+
+  std::filesystem::path mPath;
+  // The path that `Close` may replace: of the file that the user chose. `mPath` differs from it
+  // only when `Rename` found no file to rename.
+  std::filesystem::path mChosen;
+  std::filesystem::path mHidden;
+  int mFile;
+  bool mFailed = false;
+};
+
+}  // namespace quorvel
