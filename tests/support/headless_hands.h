@@ -55,7 +55,7 @@ class HeadlessHands : public Hands {
     return Control(control)->State().FingerPointer;
   }
   std::vector<std::string> EnabledItems() override {
-    side.windows.OpenMenus();
+    side.windows.menu_listener->OnMenuNeeded();
     std::vector<std::string> enabled;
     for (const auto& menu : side.windows.menus) {
       for (const auto& item : menu.Children) {
@@ -73,7 +73,7 @@ class HeadlessHands : public Hands {
     Listener(title).OnResized(width, height, false);
   }
   void BringToFront(const std::string& title) override { side.windows.BringToFront(title); }
-  void Choose(const std::string& item) override { side.windows.Choose(item); }
+  void Choose(const std::string& item) override { side.windows.menu_listener->OnMenuChosen(item); }
   void Type(const std::string& field, const std::string& text) override {
     const auto control = Control(field);
     const auto& state = std::get<native::TextFieldState>(control->kind);
