@@ -67,18 +67,15 @@ class Probe : public Window {
     static constexpr Property kField[] = {{"Name", "field"}, {"Left", 10},       {"Top", 100},
                                           {"Width", 300},    {"Height", 150},    {"Multiline", 1},
                                           {"ReadOnly", 1},   {"LockLeft", false}};
-    static constexpr Property kLine[] = {
-        {"Name", "line"}, {"Left", 10}, {"Top", 70}, {"Width", 300}, {"Height", 22}};
-    static constexpr Property kButton[] = {
-        {"Name", "button"}, {"Left", 10}, {"Top", 40}, {"Width", 80}, {"Height", 20}};
-    static constexpr Property kLink[] = {{"Name", "link"}, {"Left", 20},   {"Top", 10},
-                                         {"Width", 100},   {"Height", 20}, {"Text", "link"}};
+    static constexpr Property kLine[] = {{"Name", "line"}, {"Left", 10}, {"Top", 70}};
+    static constexpr Property kButton[] = {{"Name", "button"}, {"Left", 10}, {"Top", 40}};
+    static constexpr Property kLink[] = {{"Name", "link"}, {"Left", 20}, {"Top", 10}};
     CreateControl<EditField>("field", kField);
     CreateControl<EditField>("line", kLine);
-    CreateControl<PushButton>("button", kButton)->_Install("Action", Telling("button"));
+    Tell(CreateControl<PushButton>("button", kButton), "Action");
     const auto link = CreateControl<StaticText>("link", kLink);
     for (const char* const event : {"MouseEnter", "MouseExit", "MouseDown", "MouseUp"}) {
-      link->_Install(event, Telling(event));
+      Tell(link, event);
     }
   }
   void AddMenuHandlers() override {
@@ -87,12 +84,11 @@ class Probe : public Window {
   }
 
  private:
-  static InstanceEventHandler Telling(const std::string& event) {
-    return [=](int32_t x, int32_t y) {
-      const bool with_point = event == "MouseDown" || event == "MouseUp";
-      Happens(with_point ? event + " " + std::to_string(x) + "," + std::to_string(y) : event);
+  static void Tell(const Ref<Component>& control, const std::string& event) {
+    control->_Install(event, [=](int32_t x, int32_t y) {
+      Happens(event + " " + std::to_string(x) + "," + std::to_string(y));
       return true;
-    };
+    });
   }
 };
 
@@ -294,12 +290,12 @@ TEST_F(Contract, EachKindOfUnhandledExceptionIsShownOnceAndTheLoopGoesOn) {
   OpenProbe();
   Running([&] {
     for (int i = 0; i < 2; ++i) {
-      gThen["button"] = [] { throw RuntimeException("one"); };
+      gThen["Action 0,0"] = [] { throw RuntimeException("one"); };
       mHands->PressButton("button");
-      gThen["button"] = [] { static_cast<void>(*Ref<Probe>()); };
+      gThen["Action 0,0"] = [] { static_cast<void>(*Ref<Probe>()); };
       mHands->PressButton("button");
     }
-    gThen["button"] = [] { throw std::runtime_error("of the library"); };
+    gThen["Action 0,0"] = [] { throw std::runtime_error("of the library"); };
     mHands->PressButton("button");
     const auto timer = TickingTimer("tick");
     gThen["tick"] = [] { throw OutOfBoundsException("without a message box"); };
@@ -314,7 +310,7 @@ TEST_F(Contract, EachKindOfUnhandledExceptionIsShownOnceAndTheLoopGoesOn) {
 
 TEST_F(Contract, WindowsAndTimersMayEndInsideTheirOwnHandlers) {
   OpenProbe();
-  gThen["button"] = [] { ImplicitWindow<Probe>()->Close(); };
+  gThen["Action 0,0"] = [] { ImplicitWindow<Probe>()->Close(); };
   mHands->PressButton("button");
   EXPECT_FALSE(mHands->IsOpen("Probe"));
 
@@ -392,24 +388,24 @@ TEST_F(Contract, AResizeByTheUserIsReported) {
 
 TEST_F(Contract, TheMouseEntersAndLeavesAtTheEdges) {
   OpenProbe();
-  mHands->MoveMouse("Probe", 19, 15);
-  mHands->MoveMouse("Probe", 20, 10);
-  mHands->MoveMouse("Probe", 120, 30);
-  EXPECT_THAT(Happened(), ElementsAre("MouseEnter"));
-  mHands->MoveMouse("Probe", 121, 30);
-  mHands->MoveMouse("Probe", 120, 31);
-  EXPECT_THAT(Happened(), ElementsAre("MouseExit"));
+  mHands->UseMouse(Hands::Mouse::Move, "Probe", 19, 15);
+  mHands->UseMouse(Hands::Mouse::Move, "Probe", 20, 10);
+  mHands->UseMouse(Hands::Mouse::Move, "Probe", 120, 30);
+  EXPECT_THAT(Happened(), ElementsAre("MouseEnter 0,0"));
+  mHands->UseMouse(Hands::Mouse::Move, "Probe", 121, 30);
+  mHands->UseMouse(Hands::Mouse::Move, "Probe", 120, 31);
+  EXPECT_THAT(Happened(), ElementsAre("MouseExit 0,0"));
 }
 
 TEST_F(Contract, TheControlThatClaimedAClickGetsTheRelease) {
   OpenProbe();
-  mHands->PressMouse("Probe", 25, 12);
-  mHands->ReleaseMouse("Probe", 200, 200);
+  mHands->UseMouse(Hands::Mouse::Press, "Probe", 25, 12);
+  mHands->UseMouse(Hands::Mouse::Release, "Probe", 200, 200);
   EXPECT_THAT(Happened(), testing::IsSupersetOf({"MouseDown 5,2", "MouseUp 180,190"}));
-  mHands->PressMouse("Probe", 25, 12);  // and the release is lost
+  mHands->UseMouse(Hands::Mouse::Press, "Probe", 25, 12);  // and the release is lost
   static_cast<void>(Happened());
-  mHands->PressMouse("Probe", 200, 20);
-  mHands->ReleaseMouse("Probe", 25, 12);
+  mHands->UseMouse(Hands::Mouse::Press, "Probe", 200, 20);
+  mHands->UseMouse(Hands::Mouse::Release, "Probe", 25, 12);
   EXPECT_THAT(Happened(), IsEmpty());
 }
 

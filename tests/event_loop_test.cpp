@@ -15,50 +15,60 @@ namespace {
 using testing::ElementsAre;
 using namespace std::chrono_literals;
 
-/// A pipe that has something to read.
-struct ReadyPipe {
-  ReadyPipe() { EXPECT_TRUE(pipe(ends.data()) == 0 && write(ends[1], "x", 1) == 1); }
-  ~ReadyPipe() { close(ends[0]), close(ends[1]); }
+class RealTime : public testing::Test {
+ protected:
+  RealTime() { EXPECT_TRUE(pipe(mPipe.data()) == 0 && write(mPipe[1], "x", 1) == 1); }
+  ~RealTime() override { close(mPipe[0]), close(mPipe[1]); }
 
-  std::array<int, 2> ends{};
+  EventLoop mLoop;
+  /// A pipe that has something to read.
+  std::array<int, 2> mPipe{};
+  std::vector<std::string> mEvents;
 };
 
-TEST(EventLoop, RunsUntilACallbackStopsTheLoop) {
-  EventLoop loop;
-  std::vector<std::string> events;
+TEST_F(RealTime, TheLoopRunsUntilACallbackStopsTheLoop) {
   std::unique_ptr<native::Subscription> timer, watch;
-  ReadyPipe pipe;
-  timer = loop.Repeat(1ms, [&] {
-    events.emplace_back("timer");
+  timer = mLoop.Repeat(1ms, [&] {
+    mEvents.emplace_back("timer");
     timer.reset();
-    watch = loop.Watch(pipe.ends[0], [&] {
-      events.emplace_back("watch");
+    watch = mLoop.Watch(mPipe[0], [&] {
+      mEvents.emplace_back("watch");
       watch.reset();
-      loop.Post([&] { loop.Stop(); });
+      mLoop.Post([&] { mLoop.Stop(); });
     });
   });
-  loop.Post([&] { events.emplace_back("step"); });
+  mLoop.Post([&] { mEvents.emplace_back("step"); });
   const auto start = std::chrono::steady_clock::now();
-  loop.Run();
+  mLoop.Run();
   EXPECT_GE(std::chrono::steady_clock::now() - start, 1ms);
-  EXPECT_THAT(events, ElementsAre("step", "timer", "watch"));
+  EXPECT_THAT(mEvents, ElementsAre("step", "timer", "watch"));
   // A stop before a run does not end the run.
-  loop.Stop();
-  loop.Post([&] { loop.Post([&] { loop.Stop(); }); });
-  loop.Post([&] { events.emplace_back("second run"); });
-  loop.Run();
-  // Neither subscription is left.
-  loop.Turn(5);
-  EXPECT_EQ(events.size(), 4U);
+  mLoop.Stop();
+  mLoop.Post([&] { mLoop.Post([&] { mLoop.Stop(); }); });
+  mLoop.Post([&] { mEvents.emplace_back("second run"); });
+  mLoop.Run();
+  // Both subscriptions ended in their own callbacks.
+  mLoop.Turn(5);
+  EXPECT_EQ(mEvents.size(), 4U);
 }
 
-TEST(EventLoop, ATurnEndsWithTheFirstEvent) {
-  EventLoop loop;
-  int fired = 0;
-  const auto timer = loop.Repeat(1ms, [&] { ++fired; });
+TEST_F(RealTime, ATurnEndsWithTheFirstEvent) {
+  const auto timer = mLoop.Repeat(1ms, [&] { mEvents.emplace_back("timer"); });
   const auto start = std::chrono::steady_clock::now();
-  while (fired < 3) loop.Turn(20000);
+  while (mEvents.size() < 3) mLoop.Turn(20000);
   EXPECT_LT(std::chrono::steady_clock::now() - start, 20s);
+}
+
+TEST_F(RealTime, AWatchThatAnotherCallbackEndsIsSilent) {
+  std::array<std::unique_ptr<native::Subscription>, 2> watches;
+  for (auto& watch : watches) {
+    watch = mLoop.Watch(mPipe[0], [&] {
+      mEvents.emplace_back("watch");
+      watches = {};
+    });
+  }
+  mLoop.Turn(0);
+  EXPECT_EQ(mEvents.size(), 1U);
 }
 
 TEST(EventLoop, TimersFireInTheOrderOfTheirTimesAndOnceWhenLate) {
@@ -72,21 +82,6 @@ TEST(EventLoop, TimersFireInTheOrderOfTheirTimesAndOnceWhenLate) {
     loop.Turn(0);
   }
   EXPECT_THAT(events, ElementsAre("5 ms", "7 ms", "5 ms", "5 ms"));
-}
-
-TEST(EventLoop, AWatchThatAnotherCallbackEndsIsSilent) {
-  EventLoop loop;
-  ReadyPipe pipe;
-  std::vector<std::unique_ptr<native::Subscription>> watches;
-  int called = 0;
-  for (int i = 0; i < 2; ++i) {
-    watches.push_back(loop.Watch(pipe.ends[0], [&] {
-      ++called;
-      watches.clear();
-    }));
-  }
-  loop.Turn(0);
-  EXPECT_EQ(called, 1);
 }
 
 }  // namespace

@@ -141,14 +141,16 @@ class QtHands : public Hands {
                       Qt::ControlModifier, Qt::NoScrollPhase, false);
     QApplication::sendEvent(viewport, &event);
   }
-  void MoveMouse(const std::string& title, int x, int y) override {
-    Mouse(QEvent::MouseMove, title, x, y);
-  }
-  void PressMouse(const std::string& title, int x, int y) override {
-    Mouse(QEvent::MouseButtonPress, title, x, y);
-  }
-  void ReleaseMouse(const std::string& title, int x, int y) override {
-    Mouse(QEvent::MouseButtonRelease, title, x, y);
+  // The mouse acts on the widget below the point; once pressed, on that widget until the release.
+  void UseMouse(Mouse act, const std::string& title, int x, int y) override {
+    QWidget* const content = Content(title);
+    QWidget* const below = content->childAt(x, y);
+    if (mGrabbed == nullptr) mGrabbed = below != nullptr ? below : content;
+    const QPoint point = mGrabbed->mapFrom(content, QPoint(x, y));
+    if (act == Mouse::Press) return QTest::mousePress(mGrabbed, Qt::LeftButton, {}, point);
+    if (act == Mouse::Release) QTest::mouseRelease(mGrabbed, Qt::LeftButton, {}, point);
+    if (act == Mouse::Move) QTest::mouseMove(mGrabbed, point);
+    mGrabbed = nullptr;
   }
   void AskToQuit() override {
     QEvent quit(QEvent::Quit);
@@ -221,19 +223,6 @@ class QtHands : public Hands {
         return found;
     }
     return nullptr;
-  }
-  // The mouse acts on the widget under it; once pressed, on that one until it is released.
-  void Mouse(QEvent::Type type, const std::string& title, int x, int y) {
-    auto* const content = Content(title);
-    auto* const under = content->childAt(x, y);
-    auto* const target = mGrabbed != nullptr ? mGrabbed : under != nullptr ? under : content;
-    mGrabbed = type == QEvent::MouseButtonPress     ? target
-               : type == QEvent::MouseButtonRelease ? nullptr
-                                                    : mGrabbed;
-    const auto button = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
-    QMouseEvent event(type, target->mapFrom(content, QPointF(x, y)),
-                      content->mapToGlobal(QPointF(x, y)), button, button, Qt::NoModifier);
-    QApplication::sendEvent(target, &event);
   }
 
   MessageReader mMessages;

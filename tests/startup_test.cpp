@@ -119,6 +119,28 @@ TEST_F(Startup, TheMainWindowIsShownThenListensAndLeavesWhenItCloses) {
   EXPECT_THAT(mSide.desktop.errors, IsEmpty());
 }
 
+TEST_F(Startup, EachMessageIsALineInTheLog) {
+  Start("1.0.5\nMaple-Room-7");
+  const auto arrives = [&](const std::string& text) {
+    const auto size = static_cast<uint16_t>(8 + text.size());
+    const std::string header = {0, 0, static_cast<char>(size >> 8), static_cast<char>(size), 0, 0,
+                                0, 0};
+    mSide.sockets.arriving.emplace_back(0x0A4D0001, header + text);
+    mGlobals::EasyUDPSocket1->Poll();
+  };
+  arrives("Svool, Dliow 7992");
+  arrives("");
+  const int whole_texts = mSide.windows.FindControl("efLog")->whole_texts;
+  arrives("@[`{/: zA90\nMARK\xE9");
+  arrives(std::string(65499, 'n'));
+  const std::string start = "IP Address: 10.77.0.1 Sent: ";
+  EXPECT_EQ(mHands.ShownText("efLog"), start + "Hello, World 2007\n" + start + "\n" + start +
+                                           "@[`{/: aZ09\nNZIP\xC3\xA9\n" + start +
+                                           std::string(65499, 'm') + "\n");
+  // The field took each line alone.
+  EXPECT_EQ(mSide.windows.FindControl("efLog")->whole_texts, whole_texts);
+}
+
 TEST_F(Startup, EndingWithoutASocketIsReportedOnce) {
   Start();
   mHands.PressCloseButton(kGettingStarted);

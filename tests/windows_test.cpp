@@ -15,11 +15,9 @@
 #include "help/help_window.h"
 #include "key/create_key_file_window.h"
 #include "key/key_is_window.h"
-#include "log/decode_word.h"
 #include "log/main_window.h"
 #include "platform/runtime/runtime.h"
 #include "support/hands.h"
-#include "support/private_network.h"
 #include "ui/globals.h"
 #include "ui/resources.h"
 
@@ -27,7 +25,6 @@ namespace quorvel {
 namespace {
 
 constexpr const char* kReady = "Quorvel v1.0.5 -  Ready...";
-constexpr const char* kListening = "Quorvel v1.0.5 -  Listening...";
 
 class AllWindows : public testing::Test {
  protected:
@@ -35,15 +32,13 @@ class AllWindows : public testing::Test {
     _Start(mHands->Side());
     App()->mSetGlobals();
     App()->mSetFont();
-    // The log window takes no part in the network unless a test lets the window.
+    // The log window takes no part in the network.
     mGlobals::bAlreadyRegisteredWithNetwork = true;
   }
   ~AllWindows() override {
     for (const auto& window : _WindowSupport::Windows()) Dispatch([&] { window->Close(); });
     static_cast<void>(_Finish());
   }
-
-  [[nodiscard]] static std::string Log() { return std::string(wMain()->efLog()->Text().Bytes()); }
 
   std::unique_ptr<Hands> mHands = Hands::Make();
 };
@@ -151,8 +146,8 @@ TEST_F(AllWindows, HelpCommandsShowTheOpenWindowOrOpenANewWindow) {
 TEST_F(AllWindows, MouseAndKeyboardOpenHelpTopicsAndTheWebPage) {
   wHelp()->Show();
   const auto click = [&](int y) {
-    mHands->PressMouse("Help", 250, y);
-    mHands->ReleaseMouse("Help", 250, y);
+    mHands->UseMouse(Hands::Mouse::Press, "Help", 250, y);
+    mHands->UseMouse(Hands::Mouse::Release, "Help", 250, y);
   };
   const std::tuple<int, const char*, Text (*)(), const char*> topics[] = {
       {40, "StaticText2", ReadMeFirstMac1, "General Information\n"},
@@ -163,13 +158,13 @@ TEST_F(AllWindows, MouseAndKeyboardOpenHelpTopicsAndTheWebPage) {
       {220, "StaticText8", ReadMeFirst7, "Use and Distribution\n"},
       {250, "StaticText9", ReadMeFirstMac8, "Other Titles\n"}};
   for (const auto& [y, caption, text, head] : topics) {
-    mHands->MoveMouse("Help", 30, y);
+    mHands->UseMouse(Hands::Mouse::Move, "Help", 30, y);
     EXPECT_TRUE(mHands->HasFingerCursor(caption));
-    mHands->PressMouse("Help", 30, y);
-    mHands->ReleaseMouse("Help", 400, 300);
+    mHands->UseMouse(Hands::Mouse::Press, "Help", 30, y);
+    mHands->UseMouse(Hands::Mouse::Release, "Help", 400, 300);
     EXPECT_EQ(mHands->ShownText("EditField1"), text().Bytes());
     EXPECT_THAT(mHands->ShownText("EditField1"), testing::StartsWith(head));
-    mHands->MoveMouse("Help", 100, 400);
+    mHands->UseMouse(Hands::Mouse::Move, "Help", 100, 400);
     EXPECT_FALSE(mHands->HasFingerCursor(caption));
   }
   EXPECT_TRUE(mHands->OpenedUrls().empty());
@@ -180,28 +175,6 @@ TEST_F(AllWindows, MouseAndKeyboardOpenHelpTopicsAndTheWebPage) {
   EXPECT_THAT(mHands->OpenedUrls(), testing::ElementsAre(page, page));
   mHands->FollowLink("StaticText7");
   EXPECT_EQ(mHands->ShownText("EditField1"), ReadMeFirstMac6().Bytes());
-}
-
-TEST_F(AllWindows, TheLogHasALineForEachMessageInTheOrderOfArrival) {
-  SKIP_WITHOUT_PRIVATE_NETWORK();
-  mGlobals::bAlreadyRegisteredWithNetwork = false;
-  mGlobals::sProgID = "Maple-Room-7";
-  wMain()->Show();
-  EXPECT_TRUE(mHands->IsOpen(kListening));
-  const auto sender = New<EasyUDPSocket>();
-  sender->Constructor();
-  sender->SendOnly(true);
-  sender->Bind(5563);
-  const std::string largest(65499, 'm');
-  std::string expected;
-  for (const std::string& text :
-       {std::string("Hello, World 2007"), std::string(), largest, std::string("two\nlines \xE9")}) {
-    sender->SendMessageToGroup("Maple-Room-7", 510,
-                               mGlobals::mDecodeWordReverse(Text::FromBytes(text)));
-    expected += "IP Address: 10.77.0.1 Sent: " + text + "\n";
-  }
-  EXPECT_TRUE(mHands->WaitUntil([&] { return Log() == expected; })) << Log();
-  EXPECT_EQ(mHands->ShownText("efLog"), expected.replace(expected.size() - 2, 1, "\xC3\xA9"));
 }
 
 TEST_F(AllWindows, TheLogKeepsFontLimitsAndFollowsTheWindowSize) {

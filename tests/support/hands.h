@@ -12,6 +12,8 @@ namespace quorvel {
 /// What a user sees and does, on the native side that the suite was built for.
 class Hands {
  public:
+  enum class Mouse { Move, Press, Release };
+
   static std::unique_ptr<Hands> Make();
   virtual ~Hands() = default;
 
@@ -50,9 +52,7 @@ class Hands {
   virtual void FollowLink(const std::string& link) = 0;
   /// Turns the wheel over a field with Control down; 120 units are a notch away from the user.
   virtual void TurnWheelWithControl(const std::string& field, int units) = 0;
-  virtual void MoveMouse(const std::string& title, int x, int y) = 0;
-  virtual void PressMouse(const std::string& title, int x, int y) = 0;
-  virtual void ReleaseMouse(const std::string& title, int x, int y) = 0;
+  virtual void UseMouse(Mouse act, const std::string& title, int x, int y) = 0;
   /// What the desktop does at the end of the session, or else a signal.
   virtual void AskToQuit() = 0;
   /// Does this while the next message box is up.

@@ -55,7 +55,7 @@ class HeadlessHands : public Hands {
     return Control(control)->State().FingerPointer;
   }
   std::vector<std::string> EnabledItems() override {
-    side.windows.OpenMenus();
+    side.windows.menu_listener->OnMenuNeeded();
     std::vector<std::string> enabled;
     for (const auto& menu : side.windows.menus) {
       for (const auto& item : menu.Children) {
@@ -73,7 +73,7 @@ class HeadlessHands : public Hands {
     Listener(title).OnResized(width, height, false);
   }
   void BringToFront(const std::string& title) override { side.windows.BringToFront(title); }
-  void Choose(const std::string& item) override { side.windows.Choose(item); }
+  void Choose(const std::string& item) override { side.windows.menu_listener->OnMenuChosen(item); }
   void Type(const std::string& field, const std::string& text) override {
     const auto control = Control(field);
     const auto& state = std::get<native::TextFieldState>(control->kind);
@@ -98,17 +98,14 @@ class HeadlessHands : public Hands {
   }
   void TurnWheelWithControl(const std::string&, int units) override {
     for (int notch = 0; notch < std::abs(units) / 120; ++notch) {
-      side.windows.Press(units > 0 ? "Cmd++" : "Cmd+-");
+      side.windows.menu_listener->OnShortcut(units > 0 ? "Cmd++" : "Cmd+-");
     }
   }
-  void MoveMouse(const std::string& title, int x, int y) override {
-    Listener(title).OnMouseMoved({x, y});
-  }
-  void PressMouse(const std::string& title, int x, int y) override {
-    Listener(title).OnMousePressed({x, y});
-  }
-  void ReleaseMouse(const std::string& title, int x, int y) override {
-    Listener(title).OnMouseReleased({x, y});
+  void UseMouse(Mouse act, const std::string& title, int x, int y) override {
+    auto& window = Listener(title);
+    if (act == Mouse::Move) window.OnMouseMoved({x, y});
+    if (act == Mouse::Press) window.OnMousePressed({x, y});
+    if (act == Mouse::Release) window.OnMouseReleased({x, y});
   }
   void AskToQuit() override { std::raise(SIGTERM); }
   void WhileNextMessageIsUp(std::function<void()> act) override {

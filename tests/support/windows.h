@@ -1,8 +1,10 @@
 #pragma once
 
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -17,15 +19,13 @@ struct ShownControl {
   [[nodiscard]] const native::ControlState& State() const {
     return std::visit([](const auto& state) -> const native::ControlState& { return state; }, kind);
   }
-  std::string text;  ///< of a text field
+  std::string text = {};  ///< of a text field
   int whole_texts = 0;
-  int added_texts = 0;
-  int refreshes = 0;
   native::TextFieldListener* field_listener = nullptr;
-  native::Callback pressed;
+  native::Callback pressed = {};
 };
 
-/// What a window was told to show, as long as it is open.
+/// What a window was told to show, as long as the window is open.
 struct ShownWindow {
   native::WindowState state;
   native::WindowListener* listener = nullptr;
@@ -33,32 +33,111 @@ struct ShownWindow {
   std::vector<std::shared_ptr<ShownControl>> controls;
 };
 
+using ShownWindows = std::vector<std::shared_ptr<ShownWindow>>;
+
+/// A text field, label, button or canvas that keeps what the control is told to show.
+template <class Kind, class State>
+class Control : public Kind {
+ public:
+  explicit Control(std::shared_ptr<ShownControl> shown) : mShown(std::move(shown)) {}
+  void Update(const State& state) override { mShown->kind = state; }
+  void Refresh() override {}
+
+ protected:
+  std::shared_ptr<ShownControl> mShown;
+};
+
+class TextField : public Control<native::TextField, native::TextFieldState> {
+ public:
+  using Control::Control;
+  void SetText(std::string_view text) override {
+    mShown->text = text;
+    ++mShown->whole_texts;
+  }
+  void AppendText(std::string_view text) override { mShown->text += text; }
+};
+
+class Window : public native::Window {
+ public:
+  Window(ShownWindows& open, native::WindowListener& listener) : mOpen(open) {
+    mShown->listener = &listener;
+    mOpen.insert(mOpen.begin(), mShown);
+  }
+  ~Window() override { std::erase(mOpen, mShown); }
+
+  void Update(const native::WindowState& state) override { mShown->state = state; }
+  void Show() override {
+    std::erase(mOpen, mShown);
+    mOpen.insert(mOpen.begin(), mShown);
+  }
+  void Refresh() override { ++mShown->refreshes; }
+
+  std::unique_ptr<native::TextField> AddTextField(const native::TextFieldState& state,
+                                                  native::TextFieldListener& listener) override {
+    return std::make_unique<TextField>(Shown({.kind = state, .field_listener = &listener}));
+  }
+  std::unique_ptr<native::Label> AddLabel(const native::LabelState& state) override {
+    return std::make_unique<Control<native::Label, native::LabelState>>(Shown({.kind = state}));
+  }
+  std::unique_ptr<native::Button> AddButton(const native::ButtonState& state,
+                                            native::Callback pressed) override {
+    return std::make_unique<Control<native::Button, native::ButtonState>>(
+        Shown({.kind = state, .pressed = std::move(pressed)}));
+  }
+  std::unique_ptr<native::Canvas> AddCanvas(const native::CanvasState& state) override {
+    return std::make_unique<Control<native::Canvas, native::CanvasState>>(Shown({.kind = state}));
+  }
+
+ private:
+  std::shared_ptr<ShownControl> Shown(ShownControl control) {
+    return mShown->controls.emplace_back(std::make_shared<ShownControl>(std::move(control)));
+  }
+
+  ShownWindows& mOpen;
+  std::shared_ptr<ShownWindow> mShown = std::make_shared<ShownWindow>();
+};
+
 /// Keeps what the program shows, front window first, for tests to look at and act on.
 class Windows : public native::Windows {
  public:
-  std::unique_ptr<native::Window> Create(native::WindowListener& listener) override;
+  std::unique_ptr<native::Window> Create(native::WindowListener& listener) override {
+    return std::make_unique<Window>(open, listener);
+  }
   void ShowMenuBar(const std::vector<native::MenuEntry>& menus_now,
-                   native::MenuListener& listener) override;
-  void ForgetMenuBar() override;
+                   native::MenuListener& listener) override {
+    menus = menus_now;
+    menu_listener = &listener;
+  }
+  void ForgetMenuBar() override {
+    menus.clear();
+    menu_listener = nullptr;
+  }
 
   /// The open window of that title, or null.
-  [[nodiscard]] std::shared_ptr<ShownWindow> Find(std::string_view title) const;
+  [[nodiscard]] std::shared_ptr<ShownWindow> Find(std::string_view title) const {
+    for (const auto& window : open) {
+      if (window->state.Title == title) return window;
+    }
+    return nullptr;
+  }
   /// The control of that name in any open window, or null.
-  [[nodiscard]] std::shared_ptr<ShownControl> FindControl(std::string_view name) const;
-  /// The menu entry of that name, or null.
-  [[nodiscard]] const native::MenuEntry* FindEntry(std::string_view name) const;
+  [[nodiscard]] std::shared_ptr<ShownControl> FindControl(std::string_view name) const {
+    for (const auto& window : open) {
+      for (const auto& control : window->controls) {
+        if (control->State().Name == name) return control;
+      }
+    }
+    return nullptr;
+  }
+  void BringToFront(std::string_view title) {
+    const auto window = std::ranges::find(open, Find(title));
+    std::rotate(open.begin(), window, window + 1);
+    open.front()->listener->OnActivated();
+  }
 
-  /// What the user does.
-  void BringToFront(std::string_view title);
-  void OpenMenus() const;
-  void Choose(std::string_view name) const;
-  void Press(std::string_view shortcut) const;
-
-  std::vector<std::shared_ptr<ShownWindow>> open;
+  ShownWindows open;
   std::vector<native::MenuEntry> menus;
-
- private:
-  native::MenuListener* mMenuListener = nullptr;
+  native::MenuListener* menu_listener = nullptr;
 };
 
 }  // namespace quorvel::test

@@ -100,10 +100,14 @@ bool EventLoop::DeliverReadable(int32_t most_ms) {
   return true;
 }
 
+std::shared_ptr<EventLoop::Source> EventLoop::NextTimer() const {
+  if (mTimers.empty()) return nullptr;
+  return *std::ranges::min_element(mTimers, {}, [](const auto& timer) { return timer->due; });
+}
+
 std::optional<EventLoop::Time> EventLoop::NextDue() const {
-  if (mTimers.empty()) return std::nullopt;
-  return (*std::ranges::min_element(mTimers, {}, [](const auto& timer) { return timer->due; }))
-      ->due;
+  const auto next = NextTimer();
+  return next ? std::optional(next->due) : std::nullopt;
 }
 
 int32_t EventLoop::TimeToWait(int32_t most_ms) const {
@@ -117,10 +121,7 @@ int32_t EventLoop::TimeToWait(int32_t most_ms) const {
 bool EventLoop::FireDue() {
   const Time now = mClock();
   bool fired = false;
-  while (!mTimers.empty()) {
-    const auto next =
-        *std::ranges::min_element(mTimers, {}, [](const auto& timer) { return timer->due; });
-    if (next->due > now) break;
+  for (auto next = NextTimer(); next && next->due <= now; next = NextTimer()) {
     next->due += next->period;
     if (next->due <= now) next->due = now + next->period;
     Call(next->callback);

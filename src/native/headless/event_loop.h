@@ -57,6 +57,7 @@ class EventLoop : public native::EventLoop {
   class QuitHolder;
 
   static std::unique_ptr<native::Subscription> Add(Sources& sources, Source source);
+  [[nodiscard]] std::shared_ptr<Source> NextTimer() const;
   bool TakeStep();
   bool DeliverReadable(int32_t most_ms);
   [[nodiscard]] int32_t TimeToWait(int32_t most_ms) const;
