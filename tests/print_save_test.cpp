@@ -31,12 +31,12 @@ class PrintAndSave : public Program {
     mSide.dialogs.save_answers.emplace_back(path);
     mHands.Choose("FileSave");
   }
-  /// The last print, of a log of `lines` lines on paper for 10 lines of 10 characters.
+  /// The last print, of a log of `lines` lines on paper for 10 lines of 7 characters.
   test::Print& Printed(int lines, test::PrintAnswer answer) {
     std::string log;
     for (int i = 1; i <= lines; ++i) log += "line " + std::to_string(i) + "\n";
     LogHolds(log);
-    answer.width = 2 * 65 + 60;
+    answer.width = 2 * 65 + 42;
     answer.height = 2 * 65 + 120;
     mSide.dialogs.print_answer = answer;
     mHands.Choose("FilePrint");
@@ -93,10 +93,12 @@ TEST_F(PrintAndSave, SheetsHoldWholeLinesAndAFooter) {
   const auto& print = Printed(25, {});
   ASSERT_THAT(print.sheets, SizeIs(3));
   EXPECT_EQ(print.sheets[1].lines.front(), "line 11");
+  EXPECT_EQ(print.sheets[1].block, "42x120 at 65,65");
   EXPECT_THAT(print.sheets[2].lines, SizeIs(5));
   EXPECT_THAT(print.sheets[2].strings, ElementsAre("Page: 3 at 65,245 in Geneva 8"));
   EXPECT_TRUE(print.finished);
   EXPECT_THAT(Printed(10, {}).sheets, SizeIs(1));
+  EXPECT_EQ(Printed(100, {}).sheets.back().lines.back(), "0");  // of "line 100"
 }
 
 TEST_F(PrintAndSave, PagesAreNumberedFromTheFirstAskedFor) {
@@ -107,8 +109,17 @@ TEST_F(PrintAndSave, PagesAreNumberedFromTheFirstAskedFor) {
   EXPECT_EQ(print.sheets[2].lines.back(), "line 30");
 }
 
+TEST_F(PrintAndSave, AQuitCallsAPrintOff) {
+  Run([&] { Printed(100, {.between_pages = [] { Dispatch([] { Quit(0); }); }}); });
+  EXPECT_THAT(mSide.dialogs.print.sheets, SizeIs(2));
+  EXPECT_FALSE(mSide.dialogs.print.finished);
+}
+
 TEST_F(PrintAndSave, ACancelEndsAPrintWhereItIs) {
-  EXPECT_THAT(Printed(100, {.cancel_after = 2}).sheets, SizeIs(2));
+  const auto& cancelled = Printed(100, {.cancel_after = 2});
+  ASSERT_THAT(cancelled.sheets, SizeIs(2));
+  EXPECT_THAT(cancelled.sheets.back().lines, SizeIs(10));
+  EXPECT_THAT(cancelled.sheets.back().strings, SizeIs(1));
   mSide.dialogs.print = {};
   mSide.dialogs.accepts_page_setup = false;
   EXPECT_THAT(Printed(100, {}).sheets, IsEmpty());

@@ -26,9 +26,13 @@ std::vector<std::string> Wrapped(std::string_view text, int32_t width) {
 
 class Layout : public native::PrintLayout {
  public:
-  Layout(Print& print, std::vector<std::string> lines) : mPrint(print), mLines(std::move(lines)) {}
+  Layout(Print& print, std::string_view text, int32_t width)
+      : mPrint(print), mLines(Wrapped(text, width)), mWidth(width) {}
 
-  void DrawBlock(int32_t, int32_t, int32_t height) override {
+  void DrawBlock(int32_t x, int32_t y, int32_t height) override {
+    std::ostringstream block;
+    block << mWidth << "x" << height << " at " << x << "," << y;
+    mPrint.sheets.back().block = block.str();
     for (int32_t used = kLineHeight; used <= height && !AtEnd(); used += kLineHeight) {
       mPrint.sheets.back().lines.push_back(mLines[mNext++]);
     }
@@ -38,6 +42,7 @@ class Layout : public native::PrintLayout {
  private:
   Print& mPrint;
   std::vector<std::string> mLines;
+  int32_t mWidth;
   size_t mNext = 0;
 };
 
@@ -46,31 +51,35 @@ class Job : public native::PrintJob {
   Job(const PrintAnswer& answer, Print& print) : mAnswer(answer), mPrint(print) {
     mPrint = {.sheets = {Sheet{}}, .finished = false};
   }
-  ~Job() override { mPrint.finished = true; }
+  ~Job() override { mPrint.finished = !mCalledOff; }
 
   [[nodiscard]] std::pair<int32_t, int32_t> PageRange() const override {
     return {mAnswer.first_page, mAnswer.last_page};
   }
   [[nodiscard]] int32_t Width() const override { return mAnswer.width; }
   [[nodiscard]] int32_t Height() const override { return mAnswer.height; }
-  void DrawString(std::string_view text, int32_t x, int32_t y, std::string_view font,
-                  int32_t size) override {
+  void DrawString(std::string_view text, int32_t x, int32_t y,
+                  const native::PrintFont& font) override {
     std::ostringstream drawn;
-    drawn << text << " at " << x << "," << y << " in " << font << " " << size;
+    drawn << text << " at " << x << "," << y << " in " << font.family << " " << font.size;
     mPrint.sheets.back().strings.push_back(drawn.str());
   }
-  void NextPage() override { mPrint.sheets.emplace_back(); }
-  [[nodiscard]] bool Cancelled() const override {
-    return static_cast<int32_t>(mPrint.sheets.size()) >= mAnswer.cancel_after;
+  void NextPage() override {
+    if (mAnswer.between_pages) mAnswer.between_pages();
+    mCalledOff = static_cast<int32_t>(mPrint.sheets.size()) >= mAnswer.cancel_after;
+    if (!mCalledOff) mPrint.sheets.emplace_back();
   }
-  std::unique_ptr<native::PrintLayout> LayOut(std::string_view text, const native::TextState&,
+  [[nodiscard]] bool Cancelled() const override { return mCalledOff; }
+  void CallOff() override { mCalledOff = true; }
+  std::unique_ptr<native::PrintLayout> LayOut(std::string_view text, const native::PrintFont&,
                                               int32_t width) override {
-    return std::make_unique<Layout>(mPrint, Wrapped(text, width));
+    return std::make_unique<Layout>(mPrint, text, width);
   }
 
  private:
   PrintAnswer mAnswer;
   Print& mPrint;
+  bool mCalledOff = false;
 };
 
 }  // namespace

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -9,16 +10,17 @@
 
 namespace quorvel::test {
 
-/// A sheet of paper: the lines of its text block, and what was drawn beside it.
+/// A sheet of paper: the lines of its text block, where that is, and what was drawn beside it.
 struct Sheet {
   std::vector<std::string> lines;
+  std::string block;
   std::vector<std::string> strings;
 };
 
 /// What came of a print job.
 struct Print {
   std::vector<Sheet> sheets;
-  bool finished = false;
+  bool finished = false;  ///< and gone to the printer
 };
 
 /// What the user answers to a print dialog.
@@ -28,6 +30,8 @@ struct PrintAnswer {
   int32_t width = 612;
   int32_t height = 792;
   int32_t cancel_after = 9999;  ///< sheets
+  /// What happens while a page ends.
+  std::function<void()> between_pages = {};
 };
 
 /// A job on a printer with one font, of which each character is 6 wide and each line 12 high.

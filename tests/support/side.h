@@ -35,8 +35,15 @@ class Dialogs : public native::Dialogs {
     save_answers.pop_front();
     return answer;
   }
-  bool AskPageSetup() override { return ++page_setups > 0 && accepts_page_setup; }
-  std::unique_ptr<native::PrintJob> AskPrint() override {
+  std::unique_ptr<native::PageSetup> AskPageSetup() override {
+    ++page_setups;
+    auto setup = accepts_page_setup ? std::make_unique<native::PageSetup>() : nullptr;
+    page_setup = setup.get();
+    return setup;
+  }
+  std::unique_ptr<native::PrintJob> AskPrint(native::PageSetup* setup) override {
+    if (setup != page_setup) return nullptr;
+    if (start_print) return start_print();
     return print_answer ? StartPrint(*print_answer, print) : nullptr;
   }
 
@@ -45,10 +52,14 @@ class Dialogs : public native::Dialogs {
   /// The answer to page setups, and how many there were.
   bool accepts_page_setup = true;
   int page_setups = 0;
+  /// The last answer. A print dialog that is given another page setup is cancelled.
+  native::PageSetup* page_setup = nullptr;
   /// The answer to print dialogs; nothing cancels.
   std::optional<PrintAnswer> print_answer;
   /// The last print job.
   Print print;
+  /// Makes other print jobs than those of the answer.
+  std::function<std::unique_ptr<native::PrintJob>()> start_print;
   /// The answers to come; when there is none, the user cancels.
   std::deque<std::optional<std::filesystem::path>> save_answers;
   /// Runs while the next message or save dialog is open.

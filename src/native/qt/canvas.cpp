@@ -1,7 +1,6 @@
 #include "native/qt/canvas.h"
 
 #include <QFile>
-#include <QIcon>
 #include <QPainter>
 #include <QPixmap>
 
@@ -9,8 +8,8 @@
 
 namespace quorvel::qt {
 
-/// Paints a picture file at its own size. A file "x@2x.png" beside "x.png" serves screens that have
-/// more than one pixel to the unit.
+/// Paints a picture file, one unit for each of its pixels. Where a unit has more pixels on the
+/// screen, a file "x@2x.png" beside "x.png", of twice the size, is painted into the same rectangle.
 class Picture final : public QWidget {
  public:
   explicit Picture(QWidget* parent) : QWidget(parent) {}
@@ -18,21 +17,29 @@ class Picture final : public QWidget {
   void Show(const std::filesystem::path& new_file) {
     if (new_file == file) return;
     file = new_file;
-    const QString name = QFile::decodeName(file.c_str());
-    size = file.empty() ? QSize() : QPixmap(name).size();
-    icon = size.isEmpty() ? QIcon() : QIcon(name);
+    auto fine_file = file;
+    fine_file.replace_filename(file.stem().string() + "@2x" + file.extension().string());
+    plain = Load(file);
+    fine = Load(fine_file);
     update();
   }
 
  protected:
   void paintEvent(QPaintEvent*) override {
-    if (!icon.isNull()) QPainter(this).drawPixmap(0, 0, icon.pixmap(size, devicePixelRatioF()));
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    const bool enlarged = devicePixelRatioF() > 1 && !fine.isNull();
+    painter.drawPixmap(QRect(QPoint(), plain.size()), enlarged ? fine : plain);
   }
 
  private:
+  static QPixmap Load(const std::filesystem::path& file) {
+    return QPixmap(QFile::decodeName(file.c_str()));
+  }
+
   std::filesystem::path file;
-  QSize size;
-  QIcon icon;
+  QPixmap plain;
+  QPixmap fine;  // null when there is no such file
 };
 
 Canvas::Canvas(Content& content, const native::CanvasState& state) : widget(new Picture(&content)) {

@@ -2,9 +2,15 @@
 
 #include <QDir>
 #include <QFileDialog>
+#include <QLoggingCategory>
 #include <QMessageBox>
+#include <QPageSetupDialog>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QPrinterInfo>
 
 #include "native/qt/modal.h"
+#include "native/qt/print_job.h"
 #include "native/qt/strings.h"
 
 namespace quorvel::qt {
@@ -23,6 +29,36 @@ QStringList NameFilters(const native::SaveQuestion& question) {
   const QString all = "All files (*)";
   if (question.extension.empty()) return {all};
   return {FromUtf8(question.type_name + " (*" + question.extension + ")"), all};
+}
+
+/// A printer of its own for each print, so that nothing chosen for one print is there in the next.
+class PageSetup final : public native::PageSetup {
+ public:
+  explicit PageSetup(std::shared_ptr<QPrinter> the_printer) : printer(std::move(the_printer)) {}
+
+  const std::shared_ptr<QPrinter> printer;
+  QPageSize paper;  // chosen by the user; not valid for the default of the printer
+};
+
+QPageSize Paper(const QPrinter& printer) { return printer.pageLayout().pageSize(); }
+QPageSize DefaultPaper(const QPrinter& printer) { return QPrinterInfo(printer).defaultPageSize(); }
+
+// The dialog warns of a printer that writes files, and serves that printer all the same.
+bool PageSetupAccepted(QPrinter& printer) {
+  QLoggingCategory& warnings = *QLoggingCategory::defaultCategory();
+  warnings.setEnabled(QtWarningMsg, false);
+  Modal<QPageSetupDialog> dialog("page setup", &printer);
+  warnings.setEnabled(QtWarningMsg, true);
+  return dialog.Accepted();
+}
+
+bool PrintAccepted(QPrinter& printer) {
+  printer.setPrintRange(QPrinter::AllPages);
+  printer.setFromTo(0, 0);
+  Modal<QPrintDialog> dialog("print", &printer);
+  dialog->setOptions(QAbstractPrintDialog::PrintToFile | QAbstractPrintDialog::PrintPageRange |
+                     QAbstractPrintDialog::PrintCollateCopies);
+  return dialog.Accepted();
 }
 
 }  // namespace
@@ -48,6 +84,47 @@ std::optional<std::filesystem::path> Dialogs::AskSaveFile(const native::SaveQues
   const QString file = dialog->selectedFiles().value(0);
   last_folder = QFileInfo(file).path();
   return std::filesystem::path(QFile::encodeName(file).toStdString());
+}
+
+std::shared_ptr<QPrinter> Dialogs::NewPrinter() const {
+  const QPrinterInfo last = QPrinterInfo::printerInfo(last_printer);
+  auto printer = std::make_shared<QPrinter>(last, QPrinter::HighResolution);
+  printer->setDocName("Quorvel");
+  printer->setCreator("Quorvel");
+  printer->setPageSize(DefaultPaper(*printer));
+  const bool to_file = printer->outputFormat() == QPrinter::PdfFormat;
+  if (to_file && !last_print_file.isEmpty()) printer->setOutputFileName(last_print_file);
+  return printer;
+}
+
+// In the standard mode of a printer the dialog begins with margins of 0, and a printer that cannot
+// print to the edge of the paper then refuses the whole page setup.
+std::unique_ptr<native::PageSetup> Dialogs::AskPageSetup() {
+  auto setup = std::make_unique<PageSetup>(NewPrinter());
+  QPrinter& printer = *setup->printer;
+  const QPageSize offered = Paper(printer);
+  printer.setFullPage(true);
+  const bool accepted = PageSetupAccepted(printer);
+  printer.setFullPage(false);
+  if (Paper(printer) != offered) setup->paper = Paper(printer);
+  return accepted ? std::move(setup) : nullptr;
+}
+
+// The print dialog puts the default paper of the printer for the paper of the page setup.
+std::unique_ptr<native::PrintJob> Dialogs::AskPrint(native::PageSetup* given) {
+  const auto setup = given ? static_cast<PageSetup&>(*given) : PageSetup(NewPrinter());
+  QPrinter& printer = *setup.printer;
+  if (printer.paintingActive() || !PrintAccepted(printer)) return nullptr;
+  const bool default_paper = Paper(printer) == DefaultPaper(printer);
+  if (default_paper && setup.paper.isValid()) printer.setPageSize(setup.paper);
+  const bool to_file = printer.outputFormat() == QPrinter::PdfFormat;
+  if (to_file) {
+    last_print_file = printer.outputFileName();
+  } else {
+    last_printer = printer.printerName();
+  }
+  auto job = std::make_unique<PrintJob>(setup.printer);
+  return job->Begun() ? std::move(job) : nullptr;
 }
 
 }  // namespace quorvel::qt

@@ -3,7 +3,8 @@
 #include <QString>
 
 #include "native/native.h"
-#include "native/qt/printing.h"
+
+class QPrinter;
 
 namespace quorvel::qt {
 
@@ -11,16 +12,19 @@ namespace quorvel::qt {
 class Dialogs final : public native::Dialogs {
  public:
   void Message(std::string_view text) override;
-  [[nodiscard]] bool AskPageSetup() override { return printing.AskPageSetup(); }
-  [[nodiscard]] std::unique_ptr<native::PrintJob> AskPrint() override {
-    return printing.AskPrint();
-  }
+  [[nodiscard]] std::unique_ptr<native::PageSetup> AskPageSetup() override;
+  [[nodiscard]] std::unique_ptr<native::PrintJob> AskPrint(native::PageSetup* given) override;
   [[nodiscard]] std::optional<std::filesystem::path> AskSaveFile(
       const native::SaveQuestion& question) override;
 
  private:
-  Printing printing;
-  QString last_folder;  // empty until the user has chosen one
+  /// The printer that the user chose last, or else the desktop's, with default page setup.
+  [[nodiscard]] std::shared_ptr<QPrinter> NewPrinter() const;
+
+  // What the user chose last; empty until then.
+  QString last_folder;
+  QString last_printer;
+  QString last_print_file;
 };
 
 }  // namespace quorvel::qt

@@ -31,13 +31,12 @@ void SetFamily(QFont& font, const QString& name) {
   }
 }
 
-// All but the size.
-QFont UnsizedFontOf(const native::TextState& state) {
+QFont UnsizedFont(const std::string& family, bool bold, bool italic, bool underline) {
   QFont font = QApplication::font();
-  SetFamily(font, FamilyName(state.TextFont));
-  font.setBold(state.Bold);
-  font.setItalic(state.Italic);
-  font.setUnderline(state.Underline);
+  SetFamily(font, FamilyName(family));
+  font.setBold(bold);
+  font.setItalic(italic);
+  font.setUnderline(underline);
   return font;
 }
 
@@ -46,16 +45,15 @@ QFont UnsizedFontOf(const native::TextState& state) {
 // The windows are laid out for one pixel a unit: at 16 pixels, what 12 points are on most screens,
 // captions run out of their labels; at 12 pixels, the usual size of a desktop's text, they fit.
 QFont FontOf(const native::TextState& state) {
-  QFont font = UnsizedFontOf(state);
+  QFont font = UnsizedFont(state.TextFont, state.Bold, state.Italic, state.Underline);
   if (state.TextSize > 0) font.setPixelSize(state.TextSize);
   return font;
 }
 
 // A desktop may give the size of its own font in pixels, which are tiny on a printer.
-QFont PaperFontOf(const native::TextState& state) {
-  QFont font = UnsizedFontOf(state);
-  font.setPointSizeF(state.TextSize > 0 ? state.TextSize
-                                        : QFontInfo(QApplication::font()).pointSizeF());
+QFont PaperFontOf(const native::PrintFont& look) {
+  QFont font = UnsizedFont(look.family, look.bold, look.italic, look.underline);
+  font.setPointSizeF(look.size > 0 ? look.size : QFontInfo(QApplication::font()).pointSizeF());
   return font;
 }
 

@@ -6,8 +6,8 @@
 
 namespace quorvel::qt {
 
-/// The window that a dialog is to be over: the one in front, or that of the dialog before while the
-/// keyboard is still on its way back there. May be null.
+/// The parent of a new dialog: the active window, or the window that was active last while the
+/// focus is on the way back from another dialog. Null when that window is hidden or gone.
 [[nodiscard]] QWidget* DialogParent();
 
 /// A dialog that holds up the program's windows while this object is there. The window below may be

@@ -3,6 +3,7 @@
 #include <QFile>
 #include <cmath>
 #include <filesystem>
+#include <utility>
 
 #include "native/qt/font.h"
 #include "native/qt/print_layout.h"
@@ -17,7 +18,7 @@ constexpr int kLastPage = 9999;
 
 int32_t WholeUnits(qreal length) { return static_cast<int32_t>(std::floor(length)); }
 
-// A link to the file stays.
+// Removes the file that a link leads to, not the link.
 void RemoveFile(const QString& name) {
   std::error_code unreachable;
   const auto file = std::filesystem::canonical(QFile::encodeName(name).toStdString(), unreachable);
@@ -28,58 +29,47 @@ void RemoveFile(const QString& name) {
 
 }  // namespace
 
-PrintJob::PrintJob(QPrinter& the_printer, bool& in_use)
-    : use(in_use, true),
-      printer(the_printer),
-      begun(painter.begin(&the_printer)),
+PrintJob::PrintJob(std::shared_ptr<QPrinter> the_printer)
+    : printer(std::move(the_printer)),
+      begun(painter.begin(printer.get())),
       page(PageRange().first) {}
 
-PrintJob::~PrintJob() {
-  if (begun && std::uncaught_exceptions() > exceptions) CallOff();
-}
-
 std::pair<int32_t, int32_t> PrintJob::PageRange() const {
-  const int first = printer.fromPage();
-  const bool all = printer.printRange() != QPrinter::PageRange || first < 1;
-  return all ? std::pair{1, kLastPage} : std::pair{first, printer.toPage()};
+  const int first = printer->fromPage();
+  const bool all = printer->printRange() != QPrinter::PageRange || first < 1;
+  return all ? std::pair{1, kLastPage} : std::pair{first, printer->toPage()};
 }
 
-int32_t PrintJob::Width() const { return WholeUnits(printer.pageRect(QPrinter::Point).width()); }
-int32_t PrintJob::Height() const { return WholeUnits(printer.pageRect(QPrinter::Point).height()); }
+int32_t PrintJob::Width() const { return WholeUnits(printer->pageRect(QPrinter::Point).width()); }
+int32_t PrintJob::Height() const { return WholeUnits(printer->pageRect(QPrinter::Point).height()); }
 
-qreal PrintJob::Dots(int32_t units) const {
-  return qreal(units) * printer.resolution() / kUnitsToTheInch;
-}
+qreal PrintJob::DotsPerUnit() const { return qreal(printer->resolution()) / kUnitsToTheInch; }
 
-void PrintJob::DrawString(std::string_view text, int32_t x, int32_t y, std::string_view font,
-                          int32_t size) {
-  if (called_off) return;
-  native::TextState look;
-  look.TextFont = font;
-  look.TextSize = size;
-  painter.setFont(PaperFontOf(look));
-  painter.drawText(QPointF(Dots(x), Dots(y)), FromUtf8(text));
+void PrintJob::DrawString(std::string_view text, int32_t x, int32_t y,
+                          const native::PrintFont& font) {
+  painter.setFont(PaperFontOf(font));
+  painter.drawText(QPointF(x, y) * DotsPerUnit(), FromUtf8(text));
 }
 
 void PrintJob::NextPage() {
-  if (called_off) return;
   progress.Show(++page);
-  if (progress.Cancelled() || !printer.newPage()) CallOff();
+  if (progress.Cancelled() || !printer->newPage()) CallOff();
 }
 
-// What was drawn on a file goes with the file; it was emptied when the job began.
+// abort() leaves the pages written so far in the file. An older file of that name was lost when the
+// job began.
 void PrintJob::CallOff() {
   if (called_off) return;
   called_off = true;
-  printer.abort();
+  printer->abort();
   painter.end();
-  RemoveFile(printer.outputFileName());
+  RemoveFile(printer->outputFileName());
 }
 
 std::unique_ptr<native::PrintLayout> PrintJob::LayOut(std::string_view text,
-                                                      const native::TextState& look,
+                                                      const native::PrintFont& font,
                                                       int32_t width) {
-  return std::make_unique<PrintLayout>(*this, text, PaperFontOf(look), Dots(width));
+  return std::make_unique<PrintLayout>(painter, DotsPerUnit(), text, PaperFontOf(font), width);
 }
 
 }  // namespace quorvel::qt

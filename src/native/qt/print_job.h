@@ -2,10 +2,9 @@
 
 #include <QPainter>
 #include <QPrinter>
-#include <QScopedValueRollback>
-#include <exception>
+#include <memory>
 
-#include "native/native.h"
+#include "native/printing.h"
 #include "native/qt/print_progress.h"
 
 namespace quorvel::qt {
@@ -13,37 +12,27 @@ namespace quorvel::qt {
 /// Draws in the printer's own dots: a scaled painter would round the widths of letters twice.
 class PrintJob final : public native::PrintJob {
  public:
-  /// `in_use` is true for as long as this object is there; both outlive it.
-  PrintJob(QPrinter& the_printer, bool& in_use);
-  /// A job that is left by an exception is called off.
-  ~PrintJob() override;
-  PrintJob(const PrintJob&) = delete;
-  PrintJob& operator=(const PrintJob&) = delete;
+  explicit PrintJob(std::shared_ptr<QPrinter> the_printer);
 
-  /// False when the printer could not be opened.
+  /// False when the printer could not be opened; the job must then not be used.
   [[nodiscard]] bool Begun() const { return begun; }
   [[nodiscard]] std::pair<int32_t, int32_t> PageRange() const override;
   [[nodiscard]] int32_t Width() const override;
   [[nodiscard]] int32_t Height() const override;
-  void DrawString(std::string_view text, int32_t x, int32_t y, std::string_view font,
-                  int32_t size) override;
+  void DrawString(std::string_view text, int32_t x, int32_t y,
+                  const native::PrintFont& font) override;
   void NextPage() override;
   [[nodiscard]] bool Cancelled() const override { return called_off; }
+  void CallOff() override;
   [[nodiscard]] std::unique_ptr<native::PrintLayout> LayOut(std::string_view text,
-                                                            const native::TextState& look,
+                                                            const native::PrintFont& font,
                                                             int32_t width) override;
 
-  [[nodiscard]] QPainter& Painter() { return painter; }
-  /// How many of the printer's dots a length has.
-  [[nodiscard]] qreal Dots(int32_t units) const;
-
  private:
-  void CallOff();
+  [[nodiscard]] qreal DotsPerUnit() const;
 
-  const QScopedValueRollback<bool> use;
-  const int exceptions = std::uncaught_exceptions();
-  QPrinter& printer;
-  QPainter painter;
+  const std::shared_ptr<QPrinter> printer;
+  QPainter painter;  // goes before the printer
   const bool begun;
   bool called_off = false;
   int page;

@@ -1,5 +1,6 @@
 #include "native/qt/print_layout.h"
 
+#include <QPixmap>
 #include <algorithm>
 
 #include "native/qt/strings.h"
@@ -8,9 +9,10 @@ namespace quorvel::qt {
 
 namespace {
 
-// Where a long word has to be broken, the cost of each line grows with what is laid out together.
+// The most bytes of a paragraph that are laid out together: where a long word is broken, the cost
+// of each line grows with the length laid out.
 constexpr size_t kPiece = 2048;
-constexpr int kTabUnits = 80;
+constexpr qreal kTabInches = 80.0 / 72;
 
 size_t LineEndLength(std::string_view text, size_t at) {
   const std::string_view rest = text.substr(at);
@@ -40,29 +42,30 @@ Part NextPart(std::string_view text, size_t at, size_t most) {
 
 }  // namespace
 
-PrintLayout::PrintLayout(PrintJob& the_job, std::string_view the_text, const QFont& font,
-                         qreal the_width)
-    : job(the_job),
+// The toolkit multiplies the distance of tab stops by the resolution of the printer over that of
+// the screen.
+PrintLayout::PrintLayout(QPainter& the_painter, qreal scale, std::string_view the_text,
+                         const QFont& font, int32_t the_width)
+    : painter(the_painter),
+      dots_per_unit(scale),
       text(the_text),
-      width(std::max(the_width, 1.0)),
-      lines(QString(), font, job.Painter().device()) {
+      width(std::max(the_width * scale, 1.0)),
+      lines(QString(), font, painter.device()) {
   QTextOption option;
   option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-  option.setTabStopDistance(job.Dots(kTabUnits));
+  option.setTabStopDistance(kTabInches * QPixmap(1, 1).logicalDpiX());
   lines.setTextOption(option);
   lines.setCacheEnabled(true);
 }
 
-bool PrintLayout::AtEnd() const { return job.Cancelled() || (next == ready && at == text.size()); }
-
-// A line that is too high even for an empty block is drawn all the same, or it would never be.
+// A first line that is higher than the block is drawn all the same, or the print would never end.
 void PrintLayout::DrawBlock(int32_t x, int32_t y, int32_t height) {
-  const qreal top = job.Dots(y);
+  const QPointF corner = QPointF(x, y) * dots_per_unit;
   qreal used = 0;
-  while (!job.Cancelled() && LineReady()) {
+  while (LineReady()) {
     const QTextLine line = lines.lineAt(next);
-    if (used > 0 && used + line.height() > job.Dots(height)) return;
-    line.draw(&job.Painter(), QPointF(job.Dots(x), top + used));
+    if (used > 0 && used + line.height() > height * dots_per_unit) return;
+    line.draw(&painter, corner + QPointF(0, used));
     used += line.height();
     ++next;
   }
@@ -73,7 +76,7 @@ bool PrintLayout::LineReady() {
   return next < ready;
 }
 
-// The last line of a part goes on in the next one, and is laid out again there.
+// The last line of a part may go on in the next part, and is laid out again there.
 void PrintLayout::LayNext() {
   Part part;
   size_t most = kPiece;
@@ -93,7 +96,7 @@ size_t PrintLayout::BytesAbove(int line) const {
   return static_cast<size_t>(piece.left(lines.lineAt(line).textStart()).toUtf8().size());
 }
 
-// A paragraph runs the way it began.
+// The writing direction of a paragraph is that of its first piece.
 void PrintLayout::Lay(std::string_view part) {
   piece = FromUtf8(part);
   if (!in_paragraph) {

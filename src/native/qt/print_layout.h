@@ -1,20 +1,22 @@
 #pragma once
 
+#include <QPainter>
 #include <QTextLayout>
 #include <string>
 
-#include "native/qt/print_job.h"
+#include "native/printing.h"
 
 namespace quorvel::qt {
 
-/// Breaks a text into lines as they are drawn, a piece of it at a time, so that neither its length
-/// nor that of a paragraph counts.
+/// Breaks a text into lines as they are drawn, a piece of the text at a time: a page costs the same
+/// whatever the length of the text or of a paragraph.
 class PrintLayout final : public native::PrintLayout {
  public:
-  /// `width` is in dots.
-  PrintLayout(PrintJob& the_job, std::string_view the_text, const QFont& font, qreal the_width);
+  /// `the_painter` outlives this object. `scale` is the number of its dots in a unit.
+  PrintLayout(QPainter& the_painter, qreal scale, std::string_view the_text, const QFont& font,
+              int32_t the_width);
   void DrawBlock(int32_t x, int32_t y, int32_t height) override;
-  [[nodiscard]] bool AtEnd() const override;
+  [[nodiscard]] bool AtEnd() const override { return next == ready && at == text.size(); }
 
  private:
   [[nodiscard]] bool LineReady();
@@ -22,15 +24,16 @@ class PrintLayout final : public native::PrintLayout {
   void Lay(std::string_view part);
   [[nodiscard]] size_t BytesAbove(int line) const;
 
-  PrintJob& job;
+  QPainter& painter;
+  const qreal dots_per_unit;
   const std::string text;
-  const qreal width;
-  size_t at = 0;              // where the lines that are laid out end
-  bool in_paragraph = false;  // that is inside of a paragraph
-  QString piece;              // what the lines show
-  QTextLayout lines;
-  int next = 0;   // of the lines, the one to be drawn next
-  int ready = 0;  // how many of them can be drawn
+  const qreal width;          // in dots
+  size_t at = 0;              // where in the text the lines that are laid out end
+  bool in_paragraph = false;  // whether `at` is inside a paragraph
+  QString piece;              // the text that was laid out last
+  QTextLayout lines;          // of `piece`
+  int next = 0;               // the line to be drawn next
+  int ready = 0;              // how many lines can be drawn: the last may still go on
 };
 
 }  // namespace quorvel::qt

@@ -12,7 +12,7 @@ constexpr std::chrono::milliseconds kBetweenEvents(50);
 
 }  // namespace
 
-// Quitting rejects every dialog, also one that is not to be seen yet.
+// Quitting rejects every dialog, also a progress dialog that is not visible yet.
 PrintProgress::PrintProgress() : dialog("progress") {
   dialog->setWindowTitle("Quorvel");
   dialog->setRange(0, 0);
@@ -23,7 +23,8 @@ PrintProgress::PrintProgress() : dialog("progress") {
   since_events.start();
 }
 
-// Until the dialog is there to hold up the windows, what the user does must wait.
+// Nothing keeps the user from the windows until the dialog is visible, so leave what the user does
+// in the queue until then.
 void PrintProgress::Show(int page) {
   if (cancelled || !dialog || !since_events.hasExpired(kBetweenEvents.count())) return;
   if (since_start.hasExpired(kMoment.count())) dialog->show();

@@ -7,7 +7,8 @@
 
 namespace quorvel::qt {
 
-/// Tells the user how far a print job is, once it has taken a moment, and lets them call it off.
+/// A dialog that tells the user how far a print job is, once the job has taken a moment, and lets
+/// the user call the job off.
 class PrintProgress final {
  public:
   PrintProgress();

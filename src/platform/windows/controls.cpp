@@ -161,8 +161,12 @@ void EditField::Text(const quorvel::Text& text) {
 
 Ref<StyledTextPrinter> EditField::styledTextPrinter(const Ref<Graphics>& graphics,
                                                     int32_t width) const {
-  return New<StyledTextPrinter>(graphics,
-                                graphics->_Job().LayOut(NativeText(mText), mState, width));
+  const native::PrintFont font{.family = mState.TextFont,
+                               .size = mState.TextSize,
+                               .bold = mState.Bold,
+                               .italic = mState.Italic,
+                               .underline = mState.Underline};
+  return New<StyledTextPrinter>(graphics, graphics->_Job().LayOut(NativeText(mText), font, width));
 }
 
 void EditField::MakeNative(native::Window& window) {

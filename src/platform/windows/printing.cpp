@@ -1,24 +1,38 @@
 #include "platform/windows/printing.h"
 
+#include <utility>
+
 #include "native/native.h"
 #include "platform/runtime/runtime.h"
 
 namespace quorvel {
 
 bool PrinterSetup::PageSetupDialog(const Ref<Window>&) {
-  return Nested([] { return Native().Dialogs().AskPageSetup(); });
+  auto chosen = Nested([] { return Native().Dialogs().AskPageSetup(); });
+  const bool accepted = chosen != nullptr;
+  if (accepted) mChosen = std::move(chosen);
+  return accepted;
+}
+
+Graphics::~Graphics() {
+  if (std::uncaught_exceptions() > mExceptions) mJob->CallOff();
 }
 
 void Graphics::DrawString(const Text& text, int32_t x, int32_t y, int32_t, bool) {
-  mJob->DrawString(NativeText(text), x, y, NativeText(mFont), mSize);
+  if (!mJob->Cancelled()) mJob->DrawString(NativeText(text), x, y, mFont);
 }
 
 void Graphics::NextPage() {
-  Nested([this] { mJob->NextPage(); });
+  if (!mJob->Cancelled()) Nested([this] { mJob->NextPage(); });
 }
 
-Ref<Graphics> OpenPrinterDialog(const Ref<PrinterSetup>&, const Ref<Window>&) {
-  auto job = Nested([] { return Native().Dialogs().AskPrint(); });
+void StyledTextPrinter::DrawBlock(int32_t x, int32_t y, int32_t height) {
+  if (!EOF_()) mLayout->DrawBlock(x, y, height);
+}
+
+Ref<Graphics> OpenPrinterDialog(const Ref<PrinterSetup>& setup, const Ref<Window>&) {
+  native::PageSetup* const chosen = setup ? setup->mChosen.get() : nullptr;
+  auto job = Nested([&] { return Native().Dialogs().AskPrint(chosen); });
   return job ? New<Graphics>(std::move(job)) : Nil;
 }
 

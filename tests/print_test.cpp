@@ -1,0 +1,144 @@
+// What a print puts on the paper: a text is printed to a PDF, and the words are read back.
+
+#include <gmock/gmock.h>
+
+#include <QApplication>
+#include <QPrinter>
+#include <QProcess>
+#include <QRegularExpression>
+
+#include "native/qt/print_job.h"
+#include "platform/runtime/runtime.h"
+#include "support/side.h"
+#include "support/temporary_folder.h"
+#include "ui/edit_field_extras.h"
+
+namespace quorvel {
+namespace {
+
+using testing::DoubleNear;
+using testing::Lt;
+
+/// A word on a sheet, in units from the corner of the printable area.
+struct Word {
+  std::string text;
+  double left, top, right, bottom;
+};
+using Sheet = std::vector<Word>;
+
+class Paper : public testing::Test {
+ protected:
+  static constexpr double kMargin = 20;                 // between paper and printable area
+  static constexpr double kWidth = 400, kHeight = 260;  // of the printable area
+
+  Paper() {
+    RuntimeInit(mSide);
+    mPrinter->setOutputFileName(mFile);
+    mPrinter->setPageSize(QPageSize(QSizeF(440, 300), QPageSize::Point));
+    mPrinter->setPageMargins(QMarginsF(20, 20, 20, 20), QPageLayout::Point);
+    mSide.dialogs.start_print = [this] { return std::make_unique<qt::PrintJob>(mPrinter); };
+  }
+  ~Paper() override { EXPECT_EQ(RuntimeExit(), 0); }
+
+  std::vector<Sheet> Printed(const std::string& text) {
+    const auto field = New<editFieldExtras>();
+    field->TextFont("DejaVu Sans");
+    field->TextSize(12);
+    field->Text(Text::FromBytes(text, Encodings::UTF8));
+    field->efPrint(PageNumbers::On);
+    return Read();
+  }
+  std::vector<Sheet> Read() {
+    QProcess reader;
+    reader.start("pdftotext", {"-bbox", mFile, "-"});
+    EXPECT_TRUE(reader.waitForFinished());
+    const QRegularExpression word(R"-(<page|n="(.*)" y.*="(.*)" x.*="(.*)" y.*="(.*)">(.*)</w)-");
+    std::vector<Sheet> sheets;
+    auto matches = word.globalMatch(QString::fromUtf8(reader.readAllStandardOutput()));
+    while (matches.hasNext()) {
+      const auto match = matches.next();
+      const auto side = [&](int i) { return match.captured(i).toDouble() - kMargin; };
+      if (match.captured() == "<page") {
+        sheets.emplace_back();
+      } else {
+        sheets.back().push_back(
+            {match.captured(5).toStdString(), side(1), side(2), side(3), side(4)});
+      }
+    }
+    return sheets;
+  }
+  static std::string Lines(int count) {
+    std::string lines;
+    for (int i = 1; i <= count; ++i) lines += "line" + std::to_string(i) + "\n";
+    return lines;
+  }
+
+  TemporaryFolder mFolder;
+  const QString mFile = QString::fromStdString(mFolder.Path() / "print.pdf");
+  test::Side mSide;
+  const std::shared_ptr<QPrinter> mPrinter = std::make_shared<QPrinter>(QPrinter::HighResolution);
+};
+
+// Of 12 points, nine lines fit between the margins.
+TEST_F(Paper, HoldsWholeLinesBetweenTheMarginsAndAFooter) {
+  const auto sheets = Printed(Lines(18));
+  ASSERT_EQ(sheets.size(), 2U);
+  for (const auto& sheet : sheets) {
+    ASSERT_EQ(sheet.size(), 9U + 2);
+    EXPECT_THAT(sheet[0].left, DoubleNear(65, 1));
+    EXPECT_THAT(sheet[0].top, DoubleNear(65, 2));
+    EXPECT_THAT(sheet[8].bottom, Lt(kHeight - 65 + 1));
+    EXPECT_THAT(sheet[9].left, DoubleNear(65, 1));
+    EXPECT_THAT(sheet[9].bottom, DoubleNear(kHeight - 5 + 2, 1));  // letters reach 2 below the line
+    EXPECT_THAT(sheet[9].bottom - sheet[9].top, DoubleNear(8 * 1.2, 1));
+  }
+}
+
+TEST_F(Paper, ARangeIsAsManySheetsFromTheFirstLineOn) {
+  mPrinter->setPrintRange(QPrinter::PageRange);
+  mPrinter->setFromTo(3, 5);
+  const auto sheets = Printed(Lines(100));
+  ASSERT_EQ(sheets.size(), 3U);
+  EXPECT_EQ(sheets[0].front().text, "line1");
+  EXPECT_EQ(sheets[0].back().text, "3");
+  EXPECT_EQ(sheets[2].front().text, "line19");
+  EXPECT_EQ(sheets[2].back().text, "5");
+}
+
+TEST_F(Paper, ALongParagraphLosesNoLetter) {
+  std::string words, printed;
+  for (int i = 0; i < 900; ++i) words += "\u00e9" + std::to_string(i) + " ";
+  for (int i = 0; i < 900; ++i) words += "\u00e9" + std::to_string(i);
+  for (const auto& sheet : Printed(words)) {
+    for (size_t i = 0; i + 2 < sheet.size(); ++i) {
+      EXPECT_THAT(sheet[i].right, Lt(kWidth - 65 + 1));
+      printed += sheet[i].text;
+    }
+  }
+  std::erase(words, ' ');
+  EXPECT_EQ(printed, words);
+}
+
+TEST_F(Paper, TabStopsAre80UnitsApartAndRightToLeftLinesAtTheRight) {
+  for (const int dots_per_inch : {72, 300, 1200}) {
+    mPrinter->setResolution(dots_per_inch);
+    const Sheet sheet = Printed("a\tlonger\tb\n\u05d0").front();
+    ASSERT_EQ(sheet.size(), 4U + 2);
+    for (size_t i = 0; i < 3; ++i) {
+      EXPECT_EQ(sheet[i].top, sheet[0].top);
+      EXPECT_THAT(sheet[i].left, DoubleNear(65 + 80.0 * static_cast<double>(i), 1));
+    }
+    EXPECT_THAT(sheet[3].right, DoubleNear(kWidth - 65, 2));
+  }
+}
+
+}  // namespace
+}  // namespace quorvel
+
+int main(int argc, char** argv) {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  qputenv("QT_SCALE_FACTOR", "1.5");
+  const QApplication application(argc, argv);
+  testing::InitGoogleMock(&argc, argv);
+  return RUN_ALL_TESTS();
+}
