@@ -211,9 +211,11 @@ class QtHands : public Hands {
     return nullptr;
   }
   static QMenuBar* Bar() {
-    auto* const window = QApplication::activeWindow();
-    auto* const front = window != nullptr ? window : QApplication::topLevelWidgets().front();
-    return front->findChild<QMenuBar*>();
+    if (auto* const window = QApplication::activeWindow()) return window->findChild<QMenuBar*>();
+    for (auto* const window : QApplication::topLevelWidgets()) {
+      if (auto* const bar = window->findChild<QMenuBar*>()) return bar;
+    }
+    return nullptr;
   }
   template <class Widget>
   static Widget* Control(const std::string& name) {

@@ -1,4 +1,4 @@
-// What is said of exceptions that no handler took, and how it is written.
+// Reports of exceptions that no handler took, and the signals that end the program.
 
 #include <fcntl.h>
 #include <gmock/gmock.h>
@@ -6,8 +6,10 @@
 #include <unistd.h>
 
 #include <array>
+#include <csignal>
 #include <string>
 
+#include "native/quit_signals.h"
 #include "native/standard_error.h"
 #include "platform/runtime/error_reports.h"
 
@@ -55,6 +57,15 @@ TEST(StandardError, NeitherWaitsNorEndsTheProgram) {
   close(ends[0]);
   OfferLine(ends[1], "nobody reads");
   close(ends[1]);
+}
+
+TEST(QuitSignals, LetTheSecondSignalEndTheProcess) {
+  const auto twice = [] {
+    const QuitSignals quit_signals;
+    std::raise(SIGINT);
+    std::raise(SIGTERM);
+  };
+  EXPECT_EXIT(twice(), testing::KilledBySignal(SIGTERM), "");
 }
 
 }  // namespace
