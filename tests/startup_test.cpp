@@ -58,7 +58,7 @@ TEST_F(Startup, EachKeyFileHasItsMessagesAndItsWindow) {
         Case{"1.0.5", no_key, kGettingStarted, ""}, Case{"\nfour", both, kGettingStarted, "four"},
         Case{"", both, kGettingStarted, ""}, Case{nuls, other, kListening, std::string(5, '\0')},
         Case{garbage, both, kGettingStarted, ""},
-        Case{"1\n" + garbage, none, kListening, garbage.substr(0, 1024 * 1024)}}) {
+        Case{"1\n" + garbage, none, kListening, garbage.substr(0, 1048576)}}) {
     SCOPED_TRACE(testing::PrintToString(file ? file->substr(0, 60) : "absent"));
     std::filesystem::remove(KeyFile());
     Start(file);

@@ -11,7 +11,7 @@ namespace quorvel {
 
 namespace {
 constexpr size_t kPiece = 65536;
-constexpr size_t kLongestLine = 1024 * 1024;
+constexpr size_t kLongestLine = 1048576;
 }  // namespace
 
 TextInputStream::~TextInputStream() { Native().Files().Close(mFile); }
