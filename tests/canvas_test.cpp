@@ -30,7 +30,6 @@ TEST(Canvas, PaintsTheDoubleSizePictureIntoTheRectangleOfTheSmallOne) {
   save("p@2x.png", 40, Qt::blue);
   NoListener listener;
   qt::Content content(nullptr, listener);
-  qt::Canvas canvas(content);
   native::CanvasState state;
   state.Name = "canvas";
   state.Backdrop = folder.Path() / "p.png";

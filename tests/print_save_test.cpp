@@ -110,9 +110,9 @@ TEST_F(PrintAndSave, PagesAreNumberedFromTheFirstAskedFor) {
 }
 
 TEST_F(PrintAndSave, AQuitCallsAPrintOff) {
-  Run([&] { Printed(100, {.between_pages = [] { Dispatch([] { Quit(0); }); }}); });
-  EXPECT_THAT(mSide.dialogs.print.sheets, SizeIs(2));
-  EXPECT_FALSE(mSide.dialogs.print.finished);
+  const auto& print = Printed(100, {.between_pages = [] { Dispatch([] { Quit(0); }); }});
+  EXPECT_THAT(print.sheets, SizeIs(2));
+  EXPECT_FALSE(print.finished);
 }
 
 TEST_F(PrintAndSave, ACancelEndsAPrintWhereItIs) {
