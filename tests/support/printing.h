@@ -10,17 +10,17 @@
 
 namespace quorvel::test {
 
-/// A sheet of paper: the lines of its text block, where that is, and what was drawn beside it.
+/// A sheet of paper.
 struct Sheet {
-  std::vector<std::string> lines;
-  std::string block;
-  std::vector<std::string> strings;
+  std::vector<std::string> lines;    ///< of the text block
+  std::string block;                 ///< the size and the corner of the text block
+  std::vector<std::string> strings;  ///< drawn beside the text block, with their positions
 };
 
 /// What came of a print job.
 struct Print {
   std::vector<Sheet> sheets;
-  bool finished = false;  ///< and gone to the printer
+  bool finished = false;  ///< the job has gone to the printer
 };
 
 /// What the user answers to a print dialog.
