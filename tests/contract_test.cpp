@@ -235,6 +235,12 @@ TEST_F(Contract, QuitUnwindsThenClosesTheWindowsAndTheApplicationOnce) {
   EXPECT_FALSE(mHands->IsOpen("Probe"));
   EXPECT_FALSE(mHands->IsOpen("Bare"));
   EXPECT_THAT(Happened(), ElementsAre("quits", "close", "application's close"));
+
+  Start();
+  RunsUntilQuit([] {
+    Dispatch([] { Quit(0); });
+    throw RuntimeException("in a handler that the quit unwinds");
+  });
   EXPECT_THAT(mHands->Messages(), IsEmpty());
 }
 

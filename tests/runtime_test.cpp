@@ -55,6 +55,10 @@ TEST(StandardError, NeitherWaitsNorEndsTheProgram) {
   for (int i = 0; i < 1000; ++i) OfferLine(ends[1], long_line);
   EXPECT_EQ(fcntl(ends[1], F_GETFL) & O_NONBLOCK, 0);
   close(ends[0]);
+  close(ends[1]);
+  // A pipe with room and without a reader takes a write, and raises SIGPIPE.
+  ASSERT_EQ(pipe(ends.data()), 0);
+  close(ends[0]);
   OfferLine(ends[1], "nobody reads");
   close(ends[1]);
 }
