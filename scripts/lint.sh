@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# What the compiler alone does not see: shell syntax, tests that nothing builds, headers that do not
-# compile alone, and clang-tidy, which also brings clang's warnings. All faults are errors.
+# Finds the faults that the compiler alone does not see: shell syntax, tests that nothing builds,
+# headers that do not compile alone, and the faults that clang-tidy and clang's warnings know. Every
+# fault is an error.
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
 
@@ -22,23 +23,25 @@ check_tests_are_built() {
   return "$lost"
 }
 
-# compile_flags SOURCE: how the build compiles it, up to the output file.
+# compile_flags SOURCE: the shell command by which the build compiles the source, up to the output
+# file.
 compile_flags() {
-  sed -n "s|^ *\"command\": \"\(.*\) -o [^ ]* -c $root/$1\".*|\1|p" "$commands" | head -n 1
+  sed -n "s|^ *\"command\": \"\(.*\) -o [^ ]* -c $root/$1\".*|\1|p" "$commands" | head -n 1 |
+    sed 's/\\\\\\"/\\"/g'
 }
 
 # check_headers SOURCE: compiles each header that comes on standard input by itself, as SOURCE is
 # compiled.
 check_headers() {
   local -a flags
-  read -r -a flags <<<"$(compile_flags "$1")"
+  eval "flags=($(compile_flags "$1"))"
   if [[ ${#flags[@]} -eq 0 ]]; then fail "the build does not compile $1"; fi
   xargs -r -P "$(nproc)" -I HEADER \
     "${flags[@]}" -fsyntax-only -include "$root/HEADER" -x c++ /dev/null
 }
 
 check_headers_alone() {
-  find src -name '*.h' -not -path 'src/native/qt/*' | check_headers src/platform/values/text.cpp
+  find src -name '*.h' -not -path 'src/native/qt/*' | check_headers src/app/app.cpp
   find src/native/qt -name '*.h' | check_headers src/native/qt/desktop.cpp
 }
 
