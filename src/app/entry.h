@@ -9,7 +9,7 @@ class Side;
 /// The whole life of the program on a native side; returns the status for the process.
 [[nodiscard]] int RunQuorvel(native::Side& side);
 
-/// The parts of it that a test runs one by one: everything before the event loop, and after it.
+/// The parts of `RunQuorvel` before and after the event loop, for tests that run the parts apart.
 void _Start(native::Side& side);
 [[nodiscard]] int _Finish();
 

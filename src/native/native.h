@@ -9,12 +9,12 @@
 #include "native/system_calls.h"
 #include "native/window.h"
 
-/// What a native side implements. The contract above holds all rules and all state; a native
-/// object shows what it is told and reports what the user does, through a listener.
+/// The interfaces that a native side implements. The contract in `src/platform` holds all rules and
+/// all state; a native object shows states and reports the user's doings through a listener.
 ///
 /// Texts cross in valid UTF-8. Sizes and places are in pixels of the toolkit's logical
 /// coordinates. A native object may be destroyed inside its own callback, and calls no listener
-/// once it is gone. All calls come from one thread.
+/// after its destruction. All calls come from one thread.
 namespace quorvel::native {
 
 /// All of a native side.

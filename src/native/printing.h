@@ -46,8 +46,8 @@ class PrintLayout {
   [[nodiscard]] virtual bool AtEnd() const = 0;
 };
 
-/// A print job. It begins with an empty first page. Its destruction ends the last page and sends
-/// the job to the printer, unless the job has been called off.
+/// A print job. It begins with an empty first page. The destruction of the job ends the last page
+/// and sends the job to the printer, unless the job has been called off.
 class PrintJob {
  public:
   virtual ~PrintJob() = default;

@@ -39,7 +39,7 @@ class Picture final : public QWidget {
 
   std::filesystem::path file;
   QPixmap plain;
-  QPixmap fine;  // null when there is no such file
+  QPixmap fine;  // null without a file of double size
 };
 
 Canvas::Canvas(Content& content, const native::CanvasState& state) : widget(new Picture(&content)) {

@@ -17,7 +17,7 @@ class Desktop final : public native::Desktop {
   void ReportError(std::string_view line) override;
 
  private:
-  QObject sounds;  // the parent of those that play
+  QObject sounds;  // the parent of the sounds that still play
 };
 
 }  // namespace quorvel::qt

@@ -42,8 +42,9 @@ QFont UnsizedFont(const std::string& family, bool bold, bool italic, bool underl
 
 }  // namespace
 
-// The windows are laid out for one pixel a unit: at 16 pixels, what 12 points are on most screens,
-// captions run out of their labels; at 12 pixels, the usual size of a desktop's text, they fit.
+// The windows are laid out for one pixel a unit. At 16 pixels, the size of 12 points on most
+// screens, captions run out of their labels; at 12 pixels, the usual size of a desktop's text,
+// captions fit.
 QFont FontOf(const native::TextState& state) {
   QFont font = UnsizedFont(state.TextFont, state.Bold, state.Italic, state.Underline);
   if (state.TextSize > 0) font.setPixelSize(state.TextSize);

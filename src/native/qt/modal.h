@@ -10,12 +10,12 @@ namespace quorvel::qt {
 /// focus is on the way back from another dialog. Null when that window is hidden or gone.
 [[nodiscard]] QWidget* DialogParent();
 
-/// A dialog that holds up the program's windows while this object is there. The window below may be
-/// closed, and take the dialog with it, while the dialog is open.
+/// A dialog that blocks the program's windows for the life of the object. The window below may be
+/// closed, and destroy the dialog, while the dialog is open.
 template <typename Dialog>
 class Modal {
  public:
-  /// `arguments` are what the dialog takes before its parent.
+  /// `arguments` stand before the parent in the dialog's constructor.
   template <typename... Arguments>
   explicit Modal(const char* name, Arguments&&... arguments)
       : dialog(new Dialog(std::forward<Arguments>(arguments)..., DialogParent())) {

@@ -7,7 +7,7 @@
 
 namespace quorvel {
 
-/// A kind of file that save dialogs offer. Registered by its first conversion to a text.
+/// A kind of file that save dialogs offer. The first conversion to a text registers the kind.
 class FileType : public Object {
  public:
   [[nodiscard]] const quorvel::Text& Name() const { return mName; }

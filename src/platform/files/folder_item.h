@@ -23,8 +23,8 @@ class FolderItem : public Object {
   [[nodiscard]] bool Exists() const;
   [[nodiscard]] Text Name() const;
   /// Renames the file, also while an output stream on it is open: the stream's text then goes to
-  /// the new name. Refused when a file of that name exists or the name is none: file and object
-  /// then keep the old one.
+  /// the new name. Refused when a file of the name exists, or the name is no bare file name: file
+  /// and object then keep the old name.
   void Name(const Text& name);
   [[nodiscard]] Ref<TextInputStream> OpenAsTextFile() const;
   /// A stream for a new text, which replaces an old file when the stream is closed (see
@@ -32,7 +32,7 @@ class FolderItem : public Object {
   /// file cannot be written.
   [[nodiscard]] Ref<TextOutputStream> CreateTextFile();
 
-  /// Four-character codes: the file's Finder information on macOS, kept in this object elsewhere.
+  /// Four-character codes: the file's Finder information on macOS, kept in the object elsewhere.
   [[nodiscard]] const Text& MacCreator() const { return mMacCreator; }
   void MacCreator(const Text& creator);
   [[nodiscard]] const Text& MacType() const { return mMacType; }
@@ -43,18 +43,18 @@ class FolderItem : public Object {
   void WriteFinderInfo() const;
 
   std::filesystem::path mPath;
-  // Of the last output stream; the path is then the one in here.
+  // The file of the last output stream, which then knows the path; null before the first stream.
   std::shared_ptr<PendingFile> mPending;
   Text mMacCreator;
   Text mMacType;
 };
 
 /// The item of a bare name in `Quorvel` in the user's documents folder (path type 0, the only
-/// one), whether it exists or not; Nil for what is no bare name.
+/// type), whether the file exists or not; Nil for a text that is no bare name.
 [[nodiscard]] Ref<FolderItem> GetFolderItem(const Text& name, int32_t path_type);
 
 /// Asks the user where to save; `file_type` is the name of a registered type. Nil when the user
-/// cancels. Starts in the default folder, which is made if need be, or in the folder last used.
+/// cancels. Starts in the default folder, made if need be, or in the folder last used.
 [[nodiscard]] Ref<FolderItem> GetSaveFolderItem(const Text& file_type, const Text& default_name);
 
 }  // namespace quorvel

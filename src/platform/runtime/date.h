@@ -6,7 +6,7 @@
 
 namespace quorvel {
 
-/// The local date and time at which it was constructed.
+/// The local date and time of the call of `Constructor`.
 class Date : public Object {
  public:
   void Constructor();

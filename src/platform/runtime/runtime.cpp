@@ -2,8 +2,7 @@
 // 1. Quit sets the phase to Quitting and raises EndException, which unwinds the running handler.
 // 2. Dispatch, which had called that handler, catches the exception. depth counts the calls of
 //    Dispatch on the stack.
-// 3. At a depth above 1 another handler further out waits in a dialog or in DoEvents. Dispatch
-// calls
+// 3. At a depth above 1 a handler further out waits in a dialog or in DoEvents. Dispatch calls
 //    EventLoop::Stop, so that the dialog ends; Nested, which had opened the dialog, raises
 //    EndException again, and the outer handler unwinds to its own Dispatch.
 // 4. At depth 1 no handler is left on the stack. EndApplication closes the windows, fires the

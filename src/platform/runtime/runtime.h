@@ -50,11 +50,11 @@ void _RuntimeRegisterAppObject(const Ref<RuntimeClient>& app);
 void _RuntimeRun();
 
 /// Ends the application: raises `EndException`, which unwinds the caller to the event loop; there
-/// the open windows close, the application's Close fires once, and the loop ends. While a quit is
-/// under way it returns and changes nothing.
+/// the open windows close, the application's Close fires once, and the loop ends. During a quit,
+/// `Quit` returns and changes nothing.
 void Quit(int32_t exit_code);
 
-/// The one door through which native callbacks enter the program. Runs `handler`; an exception
+/// The one way by which native callbacks enter the program. Runs `handler`; an exception
 /// that comes out becomes the quit (`EndException`) or is reported as unhandled, and the event
 /// loop goes on. Nothing is ever thrown through the caller's frames. The report of an exception
 /// out of an event of `Origin::Background` shows no message box.
@@ -101,11 +101,11 @@ std::invoke_result_t<Call> Nested(const Call& call) {
 }
 
 /// Cooperative yield at the end of each round of a long loop. The program has one thread, so
-/// there is nobody to yield to.
+/// nobody takes the turn.
 inline void RuntimeBackgroundTask() {}
 
-/// Guards a loop that stands for a routine calling itself after each sweep: the loop uses up no
-/// machine stack, so a loop without an end must be found by its sweeps.
+/// Guards a loop that replaces unbounded recursion: a loop uses up no machine stack, so the count
+/// of idle sweeps takes the place of a stack overflow.
 class StackCheck {
  public:
   enum class Sweep : uint8_t { Changed, Unchanged };

@@ -203,7 +203,7 @@ void Window::OnMouseMoved(native::Point point) {
 
 void Window::OnMousePressed(native::Point point) {
   Dispatch([=, self = Self(*this)] {
-    // A release that never came must not claim this press.
+    // The claim of a press whose release was lost must not outlive the new press.
     self->mClickClaimedBy = Nil;
     const auto controls = self->_mControlList;
     for (const auto& control : controls) {
