@@ -79,20 +79,17 @@ TEST(Text, CharactersAreSequencesOrSingleBytes) {
     std::vector<std::string> characters;
     int32_t first_code;
   };
-  for (const auto& [bytes, characters, first_code] : std::vector<Case>{
-           {"", {}, 0},
-           {"ab", {"a", "b"}, 'a'},
-           {"\xC3\xA9t\xC3\xA9", {"\xC3\xA9", "t", "\xC3\xA9"}, 0xE9},
-           {"\xE2\x82\xACx", {"\xE2\x82\xAC", "x"}, 0x20AC},
-           {"\xF0\x9F\x8E\x93", {"\xF0\x9F\x8E\x93"}, 0x1F393},
-           {std::string("a\0b", 3), {"a", std::string(1, '\0'), "b"}, 'a'},
-           {"\xE9t", {"\xE9", "t"}, 0xE9},                                // another encoding
-           {"\xC3", {"\xC3"}, 0xC3},                                      // cut short
-           {"\xE2\x82", {"\xE2", "\x82"}, 0xE2},                          // cut short
-           {"\xC0\xAF", {"\xC0", "\xAF"}, 0xC0},                          // overlong
-           {"\xED\xA0\x80", {"\xED", "\xA0", "\x80"}, 0xED},              // a surrogate
-           {"\xF4\x90\x80\x80", {"\xF4", "\x90", "\x80", "\x80"}, 0xF4},  // above U+10FFFF
-       }) {
+  // Behind the valid sequences: another encoding, two cut short, an overlong form, a surrogate, and
+  // a code above U+10FFFF.
+  for (const auto& [bytes, characters, first_code] :
+       {Case{"", {}, 0}, Case{"\xC3\xA9t\xC3\xA9", {"\xC3\xA9", "t", "\xC3\xA9"}, 0xE9},
+        Case{"\xE2\x82\xACx", {"\xE2\x82\xAC", "x"}, 0x20AC},
+        Case{"\xF0\x9F\x8E\x93", {"\xF0\x9F\x8E\x93"}, 0x1F393},
+        Case{std::string("a\0b", 3), {"a", std::string(1, '\0'), "b"}, 'a'},
+        Case{"\xE9t", {"\xE9", "t"}, 0xE9}, Case{"\xC3", {"\xC3"}, 0xC3},
+        Case{"\xE2\x82", {"\xE2", "\x82"}, 0xE2}, Case{"\xC0\xAF", {"\xC0", "\xAF"}, 0xC0},
+        Case{"\xED\xA0\x80", {"\xED", "\xA0", "\x80"}, 0xED},
+        Case{"\xF4\x90\x80\x80", {"\xF4", "\x90", "\x80", "\x80"}, 0xF4}}) {
     SCOPED_TRACE(testing::PrintToString(bytes));
     const Text text = Text::FromBytes(bytes);
     const auto count = static_cast<int32_t>(characters.size());
