@@ -15,30 +15,24 @@ std::string All(const MemoryBlock& block) {
   return std::string(block.StringValue(0, block.Size()).Bytes());
 }
 
-TEST(MemoryBlock, IntegersInBothByteOrders) {
-  MemoryBlock block(8);
-  block.LittleEndian(false);
-  block.Long(0, 10);
-  block.Long(4, -2);
-  EXPECT_EQ(All(block), std::string("\0\0\0\x0A\xFF\xFF\xFF\xFE", 8));
-  EXPECT_EQ(block.Long(4), -2);
-  block.LittleEndian(true);
-  EXPECT_EQ(block.Long(0), 0x0A000000);
-}
-
-TEST(MemoryBlock, ReadsPastTheEndAreShortAndWritesAreRefused) {
+TEST(MemoryBlock, IntegersInBothByteOrdersWithinTheBlock) {
   MemoryBlock block(6);
-  block.StringValue(0, 6, "abcdef");
+  block.LittleEndian(false);
+  block.Long(2, -2);
+  EXPECT_EQ(All(block), std::string("\0\0\xFF\xFF\xFF\xFE", 6));
+  EXPECT_EQ(block.Long(2), -2);
+  block.LittleEndian(true);
+  EXPECT_EQ(block.Long(1), -256);
   for (const int32_t offset : {3, -1, kDoesNotFit}) EXPECT_EQ(block.Long(offset), kDoesNotFit);
-  EXPECT_EQ(block.StringValue(4, 9).Bytes(), "ef");
+  EXPECT_THROW(block.Long(3, 1), OutOfBoundsException);
+  EXPECT_THROW(MemoryBlock(-1), OutOfBoundsException);
+  block.StringValue(0, 6, "abcdef");
   EXPECT_EQ(block.StringValue(6, 1).Bytes(), "");
   EXPECT_EQ(block.StringValue(8, -8).Bytes(), "");
   EXPECT_EQ(block.StringValue(2, kDoesNotFit).Bytes(), "cdef");
-  EXPECT_THROW(block.Long(3, 1), OutOfBoundsException);
   EXPECT_THROW(block.StringValue(5, 2, "xy"), OutOfBoundsException);
   EXPECT_THROW(block.StringValue(-1, 1, "x"), OutOfBoundsException);
   EXPECT_EQ(All(block), "abcdef");
-  EXPECT_THROW(MemoryBlock(-1), OutOfBoundsException);
 }
 
 TEST(MemoryBlock, SharesTheBytesOfATextUntilAWrite) {
@@ -49,7 +43,6 @@ TEST(MemoryBlock, SharesTheBytesOfATextUntilAWrite) {
   block.StringValue(0, 2, "ab");
   EXPECT_EQ(All(block), "ab345678rest");
   EXPECT_EQ(text.Bytes(), "12345678rest");
-  EXPECT_EQ(All(MemoryBlock(3)), std::string(3, '\0'));
 }
 
 TEST(Dictionary, NumbersKeysInTheOrderOfFirstAssignment) {
@@ -57,11 +50,10 @@ TEST(Dictionary, NumbersKeysInTheOrderOfFirstAssignment) {
   senders.Value("10.0.0.2", "b");
   senders.Value("10.0.0.1", "a");
   senders.Value("10.0.0.2", "c");
-  ASSERT_EQ(senders.Count(), 2);
+  EXPECT_EQ(senders.Count(), 2);
   EXPECT_EQ(senders.Key(0).Bytes(), "10.0.0.2");
   EXPECT_EQ(senders.Value("10.0.0.2").Bytes(), "c");
   EXPECT_EQ(senders.Lookup("10.0.0.3", "none").Bytes(), "none");
-  EXPECT_FALSE(senders.HasKey("10.0.0.3"));
   EXPECT_THROW(static_cast<void>(senders.Value("10.0.0.3")), KeyNotFoundException);
   EXPECT_THROW(static_cast<void>(senders.Key(2)), OutOfBoundsException);
 }

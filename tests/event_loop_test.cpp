@@ -37,19 +37,15 @@ TEST_F(RealTime, TheLoopRunsUntilACallbackStopsTheLoop) {
       mLoop.Post([&] { mLoop.Stop(); });
     });
   });
-  mLoop.Post([&] { mEvents.emplace_back("step"); });
-  const auto start = std::chrono::steady_clock::now();
   mLoop.Run();
-  EXPECT_GE(std::chrono::steady_clock::now() - start, 1ms);
-  EXPECT_THAT(mEvents, ElementsAre("step", "timer", "watch"));
+  EXPECT_THAT(mEvents, ElementsAre("timer", "watch"));
   // A stop before a run does not end the run.
   mLoop.Stop();
   mLoop.Post([&] { mLoop.Post([&] { mLoop.Stop(); }); });
-  mLoop.Post([&] { mEvents.emplace_back("second run"); });
   mLoop.Run();
   // Both subscriptions ended in their own callbacks.
   mLoop.Turn(5);
-  EXPECT_EQ(mEvents.size(), 4U);
+  EXPECT_EQ(mEvents.size(), 2U);
 }
 
 TEST_F(RealTime, ATurnEndsWithTheFirstEvent) {

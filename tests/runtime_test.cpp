@@ -22,8 +22,7 @@ TEST(ErrorReports, TellTheFirstOfEachClassAndCountTheRest) {
     int second;
     const char* class_name;
     Origin origin;
-    std::string line;
-    std::string box;
+    std::string line, box;
   } cases[] = {
       {0, "A", Origin::Background, "A: why", ""},
       {1, "A", Origin::User, "", box + "\n\n(A)"},
@@ -64,12 +63,9 @@ TEST(StandardError, NeitherWaitsNorEndsTheProgram) {
 }
 
 TEST(QuitSignals, LetTheSecondSignalEndTheProcess) {
-  const auto twice = [] {
-    const QuitSignals quit_signals;
-    std::raise(SIGINT);
-    std::raise(SIGTERM);
-  };
-  EXPECT_EXIT(twice(), testing::KilledBySignal(SIGTERM), "");
+  const QuitSignals quit_signals;
+  std::raise(SIGINT);
+  EXPECT_EXIT(std::raise(SIGTERM), testing::KilledBySignal(SIGTERM), "");
 }
 
 }  // namespace

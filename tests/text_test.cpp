@@ -7,6 +7,7 @@
 #include <limits>
 #include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/values/numbers.h"
@@ -27,8 +28,7 @@ std::vector<std::string> Bytes(const std::vector<Text>& texts) {
 // QUORVEL_SEED repeats a run.
 TEST(Text, JoinsAndCutsLikePlainStrings) {
   const char* const given = std::getenv("QUORVEL_SEED");
-  const unsigned seed =
-      given != nullptr ? static_cast<unsigned>(std::atoi(given)) : std::random_device{}();
+  const unsigned long seed = given ? std::strtoul(given, nullptr, 10) : std::random_device{}();
   SCOPED_TRACE("QUORVEL_SEED=" + std::to_string(seed));
   std::mt19937 random(seed);
   const auto below = [&](size_t limit) { return random() % limit; };
@@ -68,10 +68,7 @@ TEST(Text, JoiningAtTheEndMovesTheBytesRarely) {
 
 TEST(Text, ExtendsTellsAGrownTextFromAnotherText) {
   const Text log = Text("one\n") + "two\n";
-  for (const Text& start : {log, Text("one\n"), Text()}) {
-    EXPECT_TRUE((log + "three\n").Extends(start));
-    EXPECT_TRUE(log.Extends(start));
-  }
+  for (const Text& start : {log, Text("one\n"), Text()}) EXPECT_TRUE((log + "x").Extends(start));
   EXPECT_FALSE(log.Extends(log + "x"));
   EXPECT_FALSE(Text("One\ntwo\nthree").Extends(log));
 }
@@ -82,20 +79,17 @@ TEST(Text, CharactersAreSequencesOrSingleBytes) {
     std::vector<std::string> characters;
     int32_t first_code;
   };
-  for (const auto& [bytes, characters, first_code] : std::vector<Case>{
-           {"", {}, 0},
-           {"ab", {"a", "b"}, 'a'},
-           {"\xC3\xA9t\xC3\xA9", {"\xC3\xA9", "t", "\xC3\xA9"}, 0xE9},
-           {"\xE2\x82\xACx", {"\xE2\x82\xAC", "x"}, 0x20AC},
-           {"\xF0\x9F\x8E\x93", {"\xF0\x9F\x8E\x93"}, 0x1F393},
-           {std::string("a\0b", 3), {"a", std::string(1, '\0'), "b"}, 'a'},
-           {"\xE9t", {"\xE9", "t"}, 0xE9},                                // another encoding
-           {"\xC3", {"\xC3"}, 0xC3},                                      // cut short
-           {"\xE2\x82", {"\xE2", "\x82"}, 0xE2},                          // cut short
-           {"\xC0\xAF", {"\xC0", "\xAF"}, 0xC0},                          // overlong
-           {"\xED\xA0\x80", {"\xED", "\xA0", "\x80"}, 0xED},              // a surrogate
-           {"\xF4\x90\x80\x80", {"\xF4", "\x90", "\x80", "\x80"}, 0xF4},  // above U+10FFFF
-       }) {
+  // Behind the valid sequences: another encoding, two cut short, an overlong form, a surrogate, and
+  // a code above U+10FFFF.
+  for (const auto& [bytes, characters, first_code] :
+       {Case{"", {}, 0}, Case{"\xC3\xA9t\xC3\xA9", {"\xC3\xA9", "t", "\xC3\xA9"}, 0xE9},
+        Case{"\xE2\x82\xACx", {"\xE2\x82\xAC", "x"}, 0x20AC},
+        Case{"\xF0\x9F\x8E\x93", {"\xF0\x9F\x8E\x93"}, 0x1F393},
+        Case{std::string("a\0b", 3), {"a", std::string(1, '\0'), "b"}, 'a'},
+        Case{"\xE9t", {"\xE9", "t"}, 0xE9}, Case{"\xC3", {"\xC3"}, 0xC3},
+        Case{"\xE2\x82", {"\xE2", "\x82"}, 0xE2}, Case{"\xC0\xAF", {"\xC0", "\xAF"}, 0xC0},
+        Case{"\xED\xA0\x80", {"\xED", "\xA0", "\x80"}, 0xED},
+        Case{"\xF4\x90\x80\x80", {"\xF4", "\x90", "\x80", "\x80"}, 0xF4}}) {
     SCOPED_TRACE(testing::PrintToString(bytes));
     const Text text = Text::FromBytes(bytes);
     const auto count = static_cast<int32_t>(characters.size());
@@ -111,60 +105,44 @@ TEST(Text, CharactersAreSequencesOrSingleBytes) {
 }
 
 TEST(Text, PositionsOutsideOfTheText) {
-  EXPECT_THAT(Bytes({Mid("abc", 0, 1), Mid("abc", -1, 5), Mid("abc", 4, 1), Mid("abc", 2, 99)}),
-              ElementsAre("", "", "", "bc"));
-  EXPECT_THAT(Bytes({MidB("abc", 0), MidB("abc", 2), MidB("abc", 4)}), ElementsAre("", "bc", ""));
-  EXPECT_THAT(Bytes({Left("abc", 9), Right("ab", 4), Right("ab", 0)}),
-              ElementsAre("abc", "ab", ""));
+  EXPECT_THAT(Bytes({Mid("abc", 0, 1), Mid("abc", -1, 5), Mid("abc", 4, 1), Mid("abc", 2, 99),
+                     MidB("abc", 0), Left("abc", 9), Right("ab", 4), Right("ab", 0)}),
+              ElementsAre("", "", "", "bc", "", "abc", "ab", ""));
 }
 
 TEST(Text, FoldsTheCaseOfAsciiLettersAlone) {
   EXPECT_EQ(Text(".TXT"), ".txt");
   EXPECT_NE(Text("\xC3\x89"), "\xC3\xA9");
-  EXPECT_EQ(Text(), "");
+  EXPECT_THAT((std::vector{StrComp("a", "b", 0), StrComp("a", "A", 1)}), ElementsAre(-1, 0));
   EXPECT_NE(StrComp("a", "A", 0), 0);
-  EXPECT_EQ(StrComp("a", "A", 1), 0);
-  EXPECT_EQ(StrComp("a", "b", 0), -1);
   EXPECT_EQ(Bytes(Lowercase("QUIZ \xC3\x89 9")), "quiz \xC3\x89 9");
 }
 
 TEST(Text, ValIsTheDoubleNearestToTheNumberInFront) {
-  const std::string nines(400, '9');
-  const std::string zeros(400, '0');
-  struct Case {
-    std::string text;
-    double number;
-  };
+  const std::string nines(400, '9'), zeros(400, '0');
+  using Case = std::pair<std::string, double>;
   for (const auto& [text, number] :
-       {Case{"239", 239}, Case{" -12.5x", -12.5}, Case{"+5", 5}, Case{"-.5", -.5}, Case{"5.", 5},
-        Case{"", 0}, Case{".", 0}, Case{"x1", 0}, Case{"--5", 0}, Case{"1.2.3", 1.2},
-        Case{"1e3", 1}, Case{"0x1F", 0}, Case{"inf", 0}, Case{"-nan", 0}, Case{"0.3", 0.3},
-        Case{"-969.85461708", -969.85461708}, Case{"84393198266404899", 84393198266404899.},
-        Case{"-" + nines, -std::numeric_limits<double>::infinity()}, Case{"0." + zeros + "1", 0}}) {
+       {Case{" -12.5x", -12.5}, Case{"+5", 5}, Case{"-.5", -.5}, Case{"5.", 5}, Case{"", 0},
+        Case{".", 0}, Case{"x1", 0}, Case{"--5", 0}, Case{"1.2.3", 1.2}, Case{"1e3", 1},
+        Case{"0x1F", 0}, Case{"inf", 0}, Case{"-nan", 0}, Case{"-969.85461708", -969.85461708},
+        Case{"84393198266404899", 84393198266404899.}, Case{"0." + zeros + "1", 0},
+        Case{"-" + nines, -std::numeric_limits<double>::infinity()}}) {
     EXPECT_EQ(Val(Text::FromBytes(text)), number) << text;
   }
-  EXPECT_EQ(ToInt32(Val(Text::FromBytes(nines))), 2147483647);
 }
 
 TEST(Text, TrimsBlanksAndConvertsWithoutLoss) {
   EXPECT_THAT(Bytes({Trim(" \t\n\v\f\r a b \r\n"), Trim("     "), Trim("\xC2\xA0x")}),
               ElementsAre("a b", "", "\xC2\xA0x"));
-  const auto converted = [](const std::string& bytes) {
-    return Bytes(ConvertEncoding(Text::FromBytes(bytes), Encodings::UTF8));
-  };
-  EXPECT_EQ(converted("\xC3\xA9\xC3"), "\xC3\xA9\xC3\x83");
-  EXPECT_EQ(converted("\xE9t\xE9"), "\xC3\xA9t\xC3\xA9");
-  EXPECT_EQ(converted(std::string("a\0\r\n\x80", 5)), std::string("a\0\r\n\xC2\x80", 6));
+  const std::string bytes("a\0\r\n\xC3\xA9\xC3", 7);
+  EXPECT_EQ(Bytes(ConvertEncoding(Text::FromBytes(bytes), Encodings::UTF8)), bytes + "\x83");
 }
 
 TEST(Text, NumbersInText) {
   constexpr int32_t kMost = 2147483647;
-  EXPECT_THAT((std::vector{Val("239"), Val("-12.5x"), Val(""), Val("x1")}),
-              ElementsAre(239, -12.5, 0, 0));
   EXPECT_EQ(ToInt32(Val("99999999999999999999")), kMost);
-  EXPECT_EQ(ToInt32(Val(Text::FromBytes(std::string(400, '9')))), kMost);
   EXPECT_EQ(ToInt32(-1e300), -kMost - 1);
-  EXPECT_THAT(Bytes({Str(7), Str(-kMost - 1)}), ElementsAre("7", "-2147483648"));
+  EXPECT_EQ(Bytes(Str(-kMost - 1)), "-2147483648");
   EXPECT_TRUE(IsNumeric("7"));
   // The last text is a digit, but none of ASCII.
   for (const char* const text : {".", "", "\xD9\xA3"}) EXPECT_FALSE(IsNumeric(text)) << text;
