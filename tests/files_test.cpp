@@ -223,7 +223,7 @@ TEST_F(Files, TheSaveDialogStartsThereWithTheRegisteredType) {
   type->Name("text");
   type->Extensions(".txt");
   EXPECT_FALSE(GetSaveFolderItem(type->ToText(), "Report"));
-  mSide.dialogs.save_answers.emplace_back(mFolder.Path() / "chosen");
+  mSide.dialogs.save_answer = mFolder.Path() / "chosen";
   EXPECT_EQ(GetSaveFolderItem("text", "Report")->Name().Bytes(), "chosen");
   const auto& question = mSide.dialogs.save_questions.front();
   EXPECT_EQ(question.default_name, "Report");
