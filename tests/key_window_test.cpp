@@ -20,7 +20,7 @@ class KeyWindow : public Program {
   }
   /// Answers the next save dialog with a file in the folder where the program looks.
   void Chooses(const std::string& name) {
-    mSide.dialogs.save_answers.emplace_back(KeyFile().parent_path() / name);
+    mSide.dialogs.save_answer = KeyFile().parent_path() / name;
   }
 };
 

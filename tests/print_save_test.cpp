@@ -28,7 +28,7 @@ class PrintAndSave : public Program {
 
   static void LogHolds(const std::string& bytes) { wMain()->efLog()->Text(Text::FromBytes(bytes)); }
   void SaveAs(const std::filesystem::path& path) {
-    mSide.dialogs.save_answers.emplace_back(path);
+    mSide.dialogs.save_answer = path;
     mHands.Choose("FileSave");
   }
   /// The last print, of a log of `lines` lines on paper for 10 lines of 7 characters.

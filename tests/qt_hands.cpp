@@ -29,9 +29,10 @@ class MessageReader : public QObject {
     if (box != nullptr && event->type() == QEvent::Show) {
       QTimer::singleShot(0, box, [this, box] {
         texts.push_back(box->text().toStdString());
-        const bool ends_box = act != nullptr;
-        if (act) std::exchange(act, nullptr)();
-        if (ends_box && box->isVisible()) texts.emplace_back("left open");
+        if (const auto ends_box = std::exchange(act, nullptr)) {
+          ends_box();
+          if (box->isVisible()) texts.emplace_back("left open");
+        }
         box->accept();
       });
     }
@@ -65,9 +66,6 @@ class QtHands : public Hands {
   void Post(std::function<void()> step) override { QTimer::singleShot(0, qApp, std::move(step)); }
 
   bool IsOpen(const std::string& title) override { return WindowOf(title) != nullptr; }
-  std::pair<int, int> ContentSize(const std::string& title) override {
-    return {Content(title)->width(), Content(title)->height()};
-  }
   std::string ShownText(const std::string& field) override {
     if (auto* const line = Control<QLineEdit>(field)) return line->text().toStdString();
     // What a user gets who copies it all.
@@ -88,9 +86,8 @@ class QtHands : public Hands {
   }
   std::string LookOf(const std::string& control) override {
     auto* const widget = Control<QWidget>(control);
-    const QRect rect = widget->geometry();
-    return std::to_string(rect.x()) + "," + std::to_string(rect.y()) + " " + Size(rect.size()) +
-           " " + KindLook(*widget);
+    const QString corner = QString("%1,%2 ").arg(widget->x()).arg(widget->y());
+    return Std(corner) + Size(widget->size()) + " " + KindLook(*widget);
   }
   bool HasFingerCursor(const std::string& control) override {
     return Control<QWidget>(control)->cursor().shape() == Qt::PointingHandCursor;
@@ -100,8 +97,7 @@ class QtHands : public Hands {
     for (auto* const menu : Bar()->findChildren<QMenu*>()) {
       emit menu->aboutToShow();
       for (auto* const action : menu->actions()) {
-        const bool item = action->menu() == nullptr && action->isEnabled();
-        if (item) enabled.push_back(action->objectName().toStdString());
+        if (!action->menu() && action->isEnabled()) enabled.push_back(Std(action->objectName()));
       }
     }
     return enabled;
@@ -112,8 +108,7 @@ class QtHands : public Hands {
   void PressCloseButton(const std::string& title) override { WindowOf(title)->close(); }
   void Resize(const std::string& title, int width, int height) override {
     auto* const window = WindowOf(title);
-    const QSize change = QSize(width, height) - Content(title)->size();
-    window->resize(window->size() + change);
+    window->resize(window->size() + QSize(width, height) - Content(title)->size());
   }
   void BringToFront(const std::string& title) override {
     auto* const window = WindowOf(title);
@@ -159,48 +154,49 @@ class QtHands : public Hands {
   void WhileNextMessageIsUp(std::function<void()> act) override { mMessages.act = std::move(act); }
 
  private:
+  static std::string Std(const QString& text) { return text.toStdString(); }
   static std::string Size(QSize size) {
-    return std::to_string(size.width()) + "x" + std::to_string(size.height());
+    return Std(QString("%1x%2").arg(size.width()).arg(size.height()));
   }
-  static std::string FieldLook(const QWidget& field, bool read_only) {
-    return "field " + std::to_string(std::max(field.font().pixelSize(), 0)) + "px " +
-           field.palette().color(QPalette::Text).name().toStdString() + " on " +
-           field.palette().color(QPalette::Base).name().toStdString() +
-           (read_only ? " read-only" : "");
+  template <class Field>
+  static std::string FieldLook(const Field& field) {
+    const QPalette& colours = field.palette();
+    return Std(QString("field %1px %2 on %3%4")
+                   .arg(std::max(field.font().pixelSize(), 0))
+                   .arg(colours.color(QPalette::Text).name(), colours.color(QPalette::Base).name(),
+                        field.isReadOnly() ? " read-only" : ""));
   }
   static std::string KindLook(QWidget& widget) {
     if (const auto* const label = qobject_cast<QLabel*>(&widget)) {
-      return "label '" + label->text().toStdString() + "' " +
-             std::to_string(label->font().pixelSize()) + "px " +
-             label->palette().color(QPalette::WindowText).name().toStdString() +
-             (label->font().underline() ? " underlined" : "");
+      return Std(QString("label '%1' %2px %3%4")
+                     .arg(label->text())
+                     .arg(label->font().pixelSize())
+                     .arg(label->palette().color(QPalette::WindowText).name(),
+                          label->font().underline() ? " underlined" : ""));
     }
     if (const auto* const line = qobject_cast<QLineEdit*>(&widget)) {
-      return FieldLook(*line, line->isReadOnly()) +
-             (line->echoMode() == QLineEdit::Normal ? "" : " secret");
+      return FieldLook(*line) + (line->echoMode() == QLineEdit::Normal ? "" : " secret");
     }
     if (const auto* const area = qobject_cast<QPlainTextEdit*>(&widget)) {
-      return FieldLook(*area, area->isReadOnly()) + " many lines";
+      return FieldLook(*area) + " many lines";
     }
     if (const auto* const button = qobject_cast<QPushButton*>(&widget)) {
-      return "button '" + button->text().toStdString() + "'";
+      return "button '" + Std(button->text()) + "'";
     }
-    for (const char* const number : {"169", "170"}) {
+    for (const QString number : {"169", "170"}) {
       QImage expected(widget.size(), QImage::Format_RGB32);
       expected.fill(Qt::white);
-      QPainter(&expected).drawPixmap(
-          0, 0,
-          QPixmap(QCoreApplication::applicationDirPath() + "/resources/PICT/" + number + ".png"));
-      if (widget.grab().toImage().convertToFormat(QImage::Format_RGB32) == expected) {
-        return std::string("picture ") + number;
-      }
+      const QString folder = QCoreApplication::applicationDirPath() + "/resources/PICT/";
+      QPainter(&expected).drawPixmap(0, 0, QPixmap(folder + number + ".png"));
+      const QImage shown = widget.grab().toImage();
+      if (shown.convertToFormat(QImage::Format_RGB32) == expected) return Std("picture " + number);
     }
     return "no picture";
   }
   static QWidget* WindowOf(const std::string& title) {
     for (auto* const window : QApplication::topLevelWidgets()) {
       const bool shown = window->isVisible() && qobject_cast<QMenu*>(window) == nullptr;
-      if (shown && window->windowTitle() == QString::fromStdString(title)) return window;
+      if (shown && Std(window->windowTitle()) == title) return window;
     }
     return nullptr;
   }
@@ -212,17 +208,17 @@ class QtHands : public Hands {
   }
   static QMenuBar* Bar() {
     if (auto* const window = QApplication::activeWindow()) return window->findChild<QMenuBar*>();
-    for (auto* const window : QApplication::topLevelWidgets()) {
-      if (auto* const bar = window->findChild<QMenuBar*>()) return bar;
-    }
-    return nullptr;
+    return Found<QMenuBar>({}, false);
   }
   template <class Widget>
   static Widget* Control(const std::string& name) {
+    return Found<Widget>(QString::fromStdString(name), true);
+  }
+  template <class Widget>
+  static Widget* Found(const QString& name, bool in_sight) {
     for (auto* const window : QApplication::topLevelWidgets()) {
-      if (!window->isVisible()) continue;
-      if (auto* const found = window->findChild<Widget*>(QString::fromStdString(name)))
-        return found;
+      auto* const found = window->findChild<Widget*>(name);
+      if (found != nullptr && (window->isVisible() || !in_sight)) return found;
     }
     return nullptr;
   }

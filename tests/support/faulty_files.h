@@ -39,8 +39,8 @@ class FaultyCalls : public Calls {
   template <class Result, class... Arguments>
   Result Do(const char* name, Result (Calls::*call)(Arguments...),
             std::type_identity_t<Arguments>... arguments) {
-    const Result failure = std::is_same_v<Result, bool> ? 0 : static_cast<Result>(-1);
-    return mFaults.Strike(name) ? failure : (mCalls.*call)(arguments...);
+    if (!mFaults.Strike(name)) return (mCalls.*call)(arguments...);
+    return std::is_same_v<Result, bool> ? Result{} : static_cast<Result>(-1);
   }
 
   Calls& mCalls;

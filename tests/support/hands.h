@@ -25,7 +25,6 @@ class Hands {
 
   // What is on the screen.
   [[nodiscard]] virtual bool IsOpen(const std::string& title) = 0;
-  [[nodiscard]] virtual std::pair<int, int> ContentSize(const std::string& title) = 0;
   /// As "300x200 from 100x90 to 3000x3000": the content's size, and the user's limits.
   [[nodiscard]] virtual std::string WindowLook(const std::string& title) = 0;
   [[nodiscard]] virtual std::string ShownText(const std::string& field) = 0;

@@ -30,10 +30,6 @@ class HeadlessHands : public Hands {
   void Post(std::function<void()> step) override { side.loop.Post(std::move(step)); }
 
   bool IsOpen(const std::string& title) override { return side.windows.Find(title) != nullptr; }
-  std::pair<int, int> ContentSize(const std::string& title) override {
-    const auto& state = side.windows.Find(title)->state;
-    return {state.Width, state.Height};
-  }
   std::string ShownText(const std::string& field) override { return Control(field)->text; }
   std::string WindowLook(const std::string& title) override {
     const auto& state = side.windows.Find(title)->state;

@@ -1,6 +1,5 @@
 #include "support/printing.h"
 
-#include <algorithm>
 #include <sstream>
 
 namespace quorvel::test {
@@ -10,24 +9,18 @@ namespace {
 constexpr int32_t kCharacterWidth = 6;
 constexpr int32_t kLineHeight = 12;
 
-std::vector<std::string> Wrapped(std::string_view text, int32_t width) {
-  const auto columns = static_cast<size_t>(std::max(width / kCharacterWidth, 1));
-  std::vector<std::string> lines;
-  std::istringstream paragraphs{std::string(text)};
-  for (std::string paragraph; std::getline(paragraphs, paragraph);) {
-    size_t at = 0;
-    do {
-      lines.push_back(paragraph.substr(at, columns));
-      at += columns;
-    } while (at < paragraph.size());
-  }
-  return lines;
-}
-
 class Layout : public native::PrintLayout {
  public:
-  Layout(Print& print, std::string_view text, int32_t width)
-      : mPrint(print), mLines(Wrapped(text, width)), mWidth(width) {}
+  Layout(Print& print, std::string_view text, int32_t width) : mPrint(print), mWidth(width) {
+    const auto columns = static_cast<size_t>(width / kCharacterWidth);
+    std::istringstream paragraphs{std::string(text)};
+    for (std::string paragraph; std::getline(paragraphs, paragraph);) {
+      mLines.push_back(paragraph.substr(0, columns));
+      for (size_t at = columns; at < paragraph.size(); at += columns) {
+        mLines.push_back(paragraph.substr(at, columns));
+      }
+    }
+  }
 
   void DrawBlock(int32_t x, int32_t y, int32_t height) override {
     std::ostringstream block;
@@ -49,7 +42,7 @@ class Layout : public native::PrintLayout {
 class Job : public native::PrintJob {
  public:
   Job(const PrintAnswer& answer, Print& print) : mAnswer(answer), mPrint(print) {
-    mPrint = {.sheets = {Sheet{}}, .finished = false};
+    mPrint = {.sheets = {{}}};
   }
   ~Job() override { mPrint.finished = !mCalledOff; }
 

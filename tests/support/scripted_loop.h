@@ -14,8 +14,7 @@ class ScriptedLoop : public headless::EventLoop {
   /// Ends also when no step is left and nothing arrives.
   void Run() override {
     static_cast<void>(TakeStop());
-    while (!TakeStop() && Deliver(0)) {
-    }
+    while (!TakeStop() && Deliver(0)) continue;
   }
   void Stop() override {
     mStopped = true;
@@ -33,8 +32,7 @@ class ScriptedLoop : public headless::EventLoop {
   }
   /// Delivers posted steps and events of descriptors until nothing more comes.
   void Settle() {
-    while (Deliver(0)) {
-    }
+    while (Deliver(0)) continue;
   }
   /// Whether the loop was ever stopped.
   [[nodiscard]] bool Stopped() const { return mStopped; }

@@ -45,16 +45,13 @@ class ScriptedSockets : public SocketCalls {
   bool SetMulticastHops(int, int count) override { return hops = count, true; }
   bool SetMulticastInterface(int, InterfaceIndex) override { return true; }
   bool Join(int, Ipv4Address group, InterfaceIndex) override {
-    joined.push_back(group);
-    return true;
+    return joined.push_back(group), true;
   }
   bool Leave(int, Ipv4Address group, InterfaceIndex) override {
-    left.push_back(group);
-    return true;
+    return left.push_back(group), true;
   }
   bool Send(int, Ipv4Address to, uint16_t port, std::string_view bytes) override {
-    sent.push_back({to, port, std::string(bytes)});
-    return true;
+    return sent.push_back({to, port, std::string(bytes)}), true;
   }
   bool Receive(int, ReceiveBatch& batch) override {
     batch.Clear();
@@ -74,8 +71,7 @@ class ScriptedSockets : public SocketCalls {
   std::function<void()> opens;
   std::deque<std::pair<Ipv4Address, std::string>> arriving;
   std::vector<Sent> sent;
-  std::vector<Ipv4Address> joined;
-  std::vector<Ipv4Address> left;
+  std::vector<Ipv4Address> joined, left;
   bool loop = false;
   int hops = 0;
   /// The open sockets.

@@ -2,13 +2,13 @@
 
 #include <chrono>
 #include <cstdint>
-#include <deque>
 #include <filesystem>
 #include <functional>
 #include <map>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "native/native.h"
@@ -30,10 +30,7 @@ class Dialogs : public native::Dialogs {
   std::optional<std::filesystem::path> AskSaveFile(const native::SaveQuestion& question) override {
     save_questions.push_back(question);
     Open();
-    if (save_answers.empty()) return std::nullopt;
-    auto answer = save_answers.front();
-    save_answers.pop_front();
-    return answer;
+    return std::exchange(save_answer, std::nullopt);
   }
   std::unique_ptr<native::PageSetup> AskPageSetup() override {
     ++page_setups;
@@ -60,8 +57,8 @@ class Dialogs : public native::Dialogs {
   Print print;
   /// Makes other print jobs than those of the answer.
   std::function<std::unique_ptr<native::PrintJob>()> start_print;
-  /// The answers to come; when there is none, the user cancels.
-  std::deque<std::optional<std::filesystem::path>> save_answers;
+  /// The answer to the next save dialog; nothing cancels.
+  std::optional<std::filesystem::path> save_answer;
   /// Runs while the next message or save dialog is open.
   std::function<void()> while_open;
 

@@ -115,10 +115,9 @@ class Windows : public native::Windows {
 
   /// The open window of that title, or null.
   [[nodiscard]] std::shared_ptr<ShownWindow> Find(std::string_view title) const {
-    for (const auto& window : open) {
-      if (window->state.Title == title) return window;
-    }
-    return nullptr;
+    const auto has_title = [&](const auto& window) { return window->state.Title == title; };
+    const auto found = std::ranges::find_if(open, has_title);
+    return found == open.end() ? nullptr : *found;
   }
   /// The control of that name in any open window, or null.
   [[nodiscard]] std::shared_ptr<ShownControl> FindControl(std::string_view name) const {
