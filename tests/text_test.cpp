@@ -20,6 +20,7 @@ using testing::ElementsAre;
 std::string Bytes(const Text& text) { return std::string(text.Bytes()); }
 std::vector<std::string> Bytes(const std::vector<Text>& texts) {
   std::vector<std::string> all;
+  all.reserve(texts.size());
   for (const auto& text : texts) all.push_back(Bytes(text));
   return all;
 }
