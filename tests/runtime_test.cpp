@@ -63,6 +63,9 @@ TEST(StandardError, NeitherWaitsNorEndsTheProgram) {
 }
 
 TEST(QuitSignals, LetTheSecondSignalEndTheProcess) {
+  // A shell starts its background jobs with SIGINT ignored.
+  std::signal(SIGINT, SIG_DFL);
+  std::signal(SIGTERM, SIG_DFL);
   const QuitSignals quit_signals;
   std::raise(SIGINT);
   EXPECT_EXIT(std::raise(SIGTERM), testing::KilledBySignal(SIGTERM), "");
