@@ -87,6 +87,8 @@ TEST_F(Startup, TheMainWindowIsShownThenListensAndLeavesWhenItCloses) {
   window.OnResized(310, 210, false);
   EXPECT_THAT(mHands.LookOf("efLog"), StartsWith("7,7 290x190 "));
   EXPECT_EQ(mGlobals::sTheFont.Bytes(), "Geneva\r");
+  EXPECT_EQ(mSide.sockets.hops, 255);
+  EXPECT_TRUE(mSide.sockets.loop);
   mHands.PressCloseButton(kListening);
   EXPECT_TRUE(mSide.loop.Stopped());
   EXPECT_THAT(mSide.sockets.joined, ElementsAre(kMapleRoom7));
