@@ -5,6 +5,7 @@
 #include "native/dialogs.h"
 #include "native/event_loop.h"
 #include "native/menu.h"
+#include "native/network_calls.h"
 #include "native/printing.h"
 #include "native/system_calls.h"
 #include "native/window.h"
@@ -28,6 +29,7 @@ class Side {
   virtual FileCalls& Files() = 0;
   virtual FolderCalls& Folders() = 0;
   virtual SocketCalls& Sockets() = 0;
+  virtual LinkCalls& Links() = 0;
 };
 
 }  // namespace quorvel::native

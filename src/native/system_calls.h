@@ -1,6 +1,5 @@
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -64,81 +63,8 @@ class FolderCalls {
                              std::string_view creator) = 0;
 };
 
-/// An IPv4 address with the first octet in the highest byte: 0xE0000001 is 224.0.0.1.
-using Ipv4Address = uint32_t;
-/// The system's number of a network interface; 0 leaves the choice to the system.
-using InterfaceIndex = uint32_t;
-
-/// A received datagram: the sender, and a view into the `ReceiveBatch`.
-struct ReceivedBytes {
-  Ipv4Address from = 0;
-  std::string_view bytes;
-};
-
-/// Room for the datagrams of one receive call. The views in `Received` last until the next call.
-class ReceiveBatch {
- public:
-  static constexpr size_t kMostDatagrams = 32;
-  static constexpr size_t kMostBytes = 65536;
-
-  ReceiveBatch() : storage(kMostDatagrams * kMostBytes) {}
-
-  /// The room for the datagram `index`, 0 to 31.
-  std::span<char> Slot(size_t index) {
-    return std::span(storage).subspan(index * kMostBytes, kMostBytes);
-  }
-  void Clear() { count = 0; }
-  /// Counts the next slot as received, with `length` bytes.
-  void Add(Ipv4Address from, size_t length) {
-    received[count] = {from, {Slot(count).data(), length}};
-    ++count;
-  }
-  [[nodiscard]] std::span<const ReceivedBytes> Received() const {
-    return std::span(received).first(count);
-  }
-
- private:
-  std::vector<char> storage;
-  std::array<ReceivedBytes, kMostDatagrams> received;
-  size_t count = 0;
-};
-
-/// The socket calls that the program makes, one small function each, on IPv4 datagram sockets. A
-/// socket is given by the descriptor. A failed call returns -1 or false, with the reason in
-/// `errno`. No call but `Send` waits.
-class SocketCalls {
- public:
-  virtual ~SocketCalls() = default;
-  /// Opens a socket; the caller closes the socket. The socket hears only the groups that the socket
-  /// itself joins, where the system has a choice, and gets a receive buffer of the given size or
-  /// the part that the system grants.
-  virtual int Open(int receive_buffer_bytes) = 0;
-  virtual void Close(int socket) = 0;
-  /// Binds the port on all local addresses; port 0 takes any free port.
-  virtual bool Bind(int socket, uint16_t port) = 0;
-  /// Lets the socket share the port with other sockets that were given to `SharePort`.
-  virtual bool SharePort(int socket) = 0;
-  /// Whether datagrams to a group also reach listeners on this host.
-  virtual bool SetMulticastLoop(int socket, bool on) = 0;
-  /// Time to live of datagrams to a group; values outside of 0 to 255 are clamped.
-  virtual bool SetMulticastHops(int socket, int hops) = 0;
-  /// The interface for datagrams to groups.
-  virtual bool SetMulticastInterface(int socket, InterfaceIndex interface) = 0;
-  /// Joins and leaves the group on one interface.
-  virtual bool Join(int socket, Ipv4Address group, InterfaceIndex interface) = 0;
-  virtual bool Leave(int socket, Ipv4Address group, InterfaceIndex interface) = 0;
-  /// Sends one datagram. Waits for room in the send buffer, and fails after a second without room.
-  virtual bool Send(int socket, Ipv4Address to, uint16_t port, std::string_view bytes) = 0;
-  /// Fills the batch with the datagrams that wait, 32 at the most. False with EAGAIN when no
-  /// datagram waits.
-  virtual bool Receive(int socket, ReceiveBatch& batch) = 0;
-  /// The interfaces with an IPv4 address that are up and can multicast; without any, loopback.
-  virtual std::vector<InterfaceIndex> UsableInterfaces() = 0;
-};
-
 /// The calls of this system.
 [[nodiscard]] FileCalls& PosixFileCalls();
 [[nodiscard]] FolderCalls& PosixFolderCalls();
-[[nodiscard]] SocketCalls& PosixSocketCalls();
 
 }  // namespace quorvel

@@ -93,8 +93,8 @@ class Desktop : public native::Desktop {
 class Side : public native::Side {
  public:
   Side() = default;
-  /// With these sockets in the stead of the scripted ones.
-  explicit Side(SocketCalls& real) : mSockets(real) {}
+  /// With these sockets, and the system's interfaces, in the stead of the scripted ones.
+  explicit Side(SocketCalls& real) : mSockets(real), mLinks(PosixLinkCalls()) {}
 
   ScriptedLoop& Loop() override { return loop; }
   test::Windows& Windows() override { return windows; }
@@ -103,6 +103,7 @@ class Side : public native::Side {
   FaultyFiles& Files() override { return files; }
   FaultyFolders& Folders() override { return folders; }
   SocketCalls& Sockets() override { return mSockets; }
+  LinkCalls& Links() override { return mLinks; }
 
   Faults faults;
   ScriptedLoop loop;
@@ -112,9 +113,11 @@ class Side : public native::Side {
   FaultyFiles files{faults};
   FaultyFolders folders{faults};
   ScriptedSockets sockets{faults};
+  ScriptedLinks links{faults};
 
  private:
   SocketCalls& mSockets = sockets;
+  LinkCalls& mLinks = links;
 };
 
 }  // namespace quorvel::test

@@ -1,7 +1,5 @@
 #include <arpa/inet.h>
 #include <fcntl.h>
-#include <ifaddrs.h>
-#include <net/if.h>
 #include <netinet/in.h>
 #include <poll.h>
 #include <sys/socket.h>
@@ -9,10 +7,15 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
-#include <memory>
+#include <cstring>
 
-#include "native/system_calls.h"
+#include "native/network_calls.h"
+
+#ifdef __linux__
+#include <linux/sock_diag.h>
+#endif
 
 namespace quorvel {
 
@@ -38,30 +41,77 @@ bool MakeNonBlocking(int socket) {
 }
 
 // By default on Linux, a socket also hears the groups that other sockets of the host joined.
-bool HearOwnGroupsOnly([[maybe_unused]] int socket) {
+void HearOwnGroupsOnly([[maybe_unused]] int socket) {
 #ifdef IP_MULTICAST_ALL
-  return SetOption(socket, IPPROTO_IP, IP_MULTICAST_ALL, int{0});
-#else
-  return true;
+  SetOption(socket, IPPROTO_IP, IP_MULTICAST_ALL, int{0});
 #endif
+}
+
+// Has the system tell the interface and the destination of each datagram.
+void TellArrivals(int socket) {
+#ifdef IP_RECVPKTINFO
+  SetOption(socket, IPPROTO_IP, IP_RECVPKTINFO, int{1});
+#else
+  SetOption(socket, IPPROTO_IP, IP_PKTINFO, int{1});
+#endif
+}
+
+// One datagram that is being received: the room for the system's answers.
+struct Receiving {
+  sockaddr_in sender{};
+  iovec slot{};
+  alignas(cmsghdr) std::array<char, CMSG_SPACE(sizeof(in_pktinfo))> control{};
+
+  msghdr Message(std::span<char> room) {
+    slot = {room.data(), room.size()};
+    msghdr message{};
+    message.msg_name = &sender;
+    message.msg_namelen = sizeof sender;
+    message.msg_iov = &slot;
+    message.msg_iovlen = 1;
+    message.msg_control = control.data();
+    message.msg_controllen = control.size();
+    return message;
+  }
+};
+
+bool IsBroadcast([[maybe_unused]] const msghdr& message, const in_pktinfo& info) {
+#ifdef MSG_BCAST
+  return (message.msg_flags & MSG_BCAST) != 0 || info.ipi_addr.s_addr == INADDR_BROADCAST;
+#else
+  // Of a datagram to this host alone, the destination is the local address too.
+  return info.ipi_addr.s_addr != info.ipi_spec_dst.s_addr &&
+         !IN_MULTICAST(ntohl(info.ipi_addr.s_addr));
+#endif
+}
+
+ReceivedBytes Describe(const Receiving& receiving, msghdr& message) {
+  ReceivedBytes datagram;
+  datagram.from = ntohl(receiving.sender.sin_addr.s_addr);
+  datagram.from_port = ntohs(receiving.sender.sin_port);
+  for (cmsghdr* part = CMSG_FIRSTHDR(&message); part != nullptr;
+       part = CMSG_NXTHDR(&message, part)) {
+    if (part->cmsg_level != IPPROTO_IP || part->cmsg_type != IP_PKTINFO) continue;
+    in_pktinfo info{};
+    std::memcpy(&info, CMSG_DATA(part), sizeof info);
+    datagram.to = ntohl(info.ipi_addr.s_addr);
+    datagram.interface = static_cast<InterfaceIndex>(info.ipi_ifindex);
+    datagram.broadcast = IsBroadcast(message, info);
+  }
+  return datagram;
 }
 
 #ifdef __linux__
 
 bool ReceiveMany(int socket, ReceiveBatch& batch) {
+  std::array<Receiving, ReceiveBatch::kMostDatagrams> receiving;
   std::array<mmsghdr, ReceiveBatch::kMostDatagrams> messages{};
-  std::array<iovec, ReceiveBatch::kMostDatagrams> slots{};
-  std::array<sockaddr_in, ReceiveBatch::kMostDatagrams> senders{};
   for (size_t i = 0; i < messages.size(); ++i) {
-    slots[i] = {batch.Slot(i).data(), batch.Slot(i).size()};
-    messages[i].msg_hdr.msg_name = &senders[i];
-    messages[i].msg_hdr.msg_namelen = sizeof senders[i];
-    messages[i].msg_hdr.msg_iov = &slots[i];
-    messages[i].msg_hdr.msg_iovlen = 1;
+    messages[i].msg_hdr = receiving[i].Message(batch.Slot(i));
   }
   const int count = recvmmsg(socket, messages.data(), messages.size(), MSG_DONTWAIT, nullptr);
   for (size_t i = 0; static_cast<int>(i) < count; ++i) {
-    batch.Add(ntohl(senders[i].sin_addr.s_addr), messages[i].msg_len);
+    batch.Add(Describe(receiving[i], messages[i].msg_hdr), messages[i].msg_len);
   }
   return count > 0;
 }
@@ -70,13 +120,11 @@ bool ReceiveMany(int socket, ReceiveBatch& batch) {
 
 bool ReceiveMany(int socket, ReceiveBatch& batch) {
   for (size_t i = 0; i < ReceiveBatch::kMostDatagrams; ++i) {
-    sockaddr_in sender{};
-    socklen_t sender_size = sizeof sender;
-    const ssize_t length =
-        recvfrom(socket, batch.Slot(i).data(), batch.Slot(i).size(), MSG_DONTWAIT,
-                 reinterpret_cast<sockaddr*>(&sender), &sender_size);
+    Receiving receiving;
+    msghdr message = receiving.Message(batch.Slot(i));
+    const ssize_t length = recvmsg(socket, &message, MSG_DONTWAIT);
     if (length < 0) return i > 0;
-    batch.Add(ntohl(sender.sin_addr.s_addr), static_cast<size_t>(length));
+    batch.Add(Describe(receiving, message), static_cast<size_t>(length));
   }
   return true;
 }
@@ -88,10 +136,12 @@ class Posix final : public SocketCalls {
   int Open(int receive_buffer_bytes) override {
     const int opened = socket(AF_INET, SOCK_DGRAM, 0);
     if (opened < 0) return -1;
-    if (!MakeNonBlocking(opened) || !HearOwnGroupsOnly(opened)) {
+    if (!MakeNonBlocking(opened)) {
       close(opened);
       return -1;
     }
+    HearOwnGroupsOnly(opened);
+    TellArrivals(opened);
     SetOption(opened, SOL_SOCKET, SO_RCVBUF, receive_buffer_bytes);
     return opened;
   }
@@ -103,11 +153,12 @@ class Posix final : public SocketCalls {
     return bind(socket, reinterpret_cast<const sockaddr*>(&local), sizeof local) == 0;
   }
 
-  bool SharePort(int socket) override {
-#ifndef __linux__
-    if (!SetOption(socket, SOL_SOCKET, SO_REUSEPORT, int{1})) return false;
-#endif
+  bool ShareAddress(int socket) override {
     return SetOption(socket, SOL_SOCKET, SO_REUSEADDR, int{1});
+  }
+
+  bool SharePort(int socket) override {
+    return SetOption(socket, SOL_SOCKET, SO_REUSEPORT, int{1});
   }
 
   bool SetMulticastLoop(int socket, bool on) override {
@@ -119,8 +170,10 @@ class Posix final : public SocketCalls {
                      static_cast<unsigned char>(std::clamp(hops, 0, 255)));
   }
 
-  bool SetMulticastInterface(int socket, InterfaceIndex interface) override {
-    return SetOption(socket, IPPROTO_IP, IP_MULTICAST_IF, Membership(INADDR_ANY, interface));
+  bool SetMulticastInterface(int socket, InterfaceIndex interface, Ipv4Address source) override {
+    ip_mreqn leaving = Membership(INADDR_ANY, interface);
+    leaving.imr_address.s_addr = htonl(source);
+    return SetOption(socket, IPPROTO_IP, IP_MULTICAST_IF, leaving);
   }
 
   bool Join(int socket, Ipv4Address group, InterfaceIndex interface) override {
@@ -150,22 +203,28 @@ class Posix final : public SocketCalls {
     return ReceiveMany(socket, batch);
   }
 
-  std::vector<InterfaceIndex> UsableInterfaces() override {
-    ifaddrs* first = nullptr;
-    if (getifaddrs(&first) != 0) return {};
-    const std::unique_ptr<ifaddrs, decltype(&freeifaddrs)> list(first, &freeifaddrs);
-    std::vector<InterfaceIndex> usable;
-    std::vector<InterfaceIndex> loopback;
-    for (const ifaddrs* entry = first; entry != nullptr; entry = entry->ifa_next) {
-      if (entry->ifa_addr == nullptr || entry->ifa_addr->sa_family != AF_INET) continue;
-      if ((entry->ifa_flags & IFF_UP) == 0) continue;
-      const bool is_loopback = (entry->ifa_flags & IFF_LOOPBACK) != 0;
-      if (!is_loopback && (entry->ifa_flags & IFF_MULTICAST) == 0) continue;
-      auto& kind = is_loopback ? loopback : usable;
-      const InterfaceIndex index = if_nametoindex(entry->ifa_name);
-      if (std::ranges::find(kind, index) == kind.end()) kind.push_back(index);
+  bool WaitToReceive(int socket, int stop, int most_ms) override {
+    std::array<pollfd, 2> waiting = {pollfd{stop, POLLIN, 0}, pollfd{socket, POLLIN, 0}};
+    poll(waiting.data(), waiting.size(), most_ms);
+    return waiting[0].revents == 0;
+  }
+
+  size_t ReceiveBufferBytes(int socket) override {
+    int bytes = 0;
+    socklen_t size = sizeof bytes;
+    const bool known = getsockopt(socket, SOL_SOCKET, SO_RCVBUF, &bytes, &size) == 0;
+    return known ? static_cast<size_t>(bytes) : 0;
+  }
+
+  uint32_t DroppedBySystem([[maybe_unused]] int socket) override {
+#ifdef SO_MEMINFO
+    std::array<uint32_t, SK_MEMINFO_VARS> counts{};
+    socklen_t size = sizeof counts;
+    if (getsockopt(socket, SOL_SOCKET, SO_MEMINFO, counts.data(), &size) == 0) {
+      return counts[SK_MEMINFO_DROPS];
     }
-    return usable.empty() ? loopback : usable;
+#endif
+    return 0;
   }
 
  private:

@@ -8,11 +8,11 @@
 #include <QMediaDevices>
 #include <QOperatingSystemVersion>
 #include <QSoundEffect>
-#include <QStandardPaths>
 #include <QUrl>
 
 #include <algorithm>
 
+#include "native/documents_folder.h"
 #include "native/qt/strings.h"
 #include "native/standard_error.h"
 
@@ -41,9 +41,7 @@ void DeleteWhenDone(QSoundEffect& sound) {
 
 }  // namespace
 
-std::filesystem::path Desktop::DocumentsFolder() {
-  return PathOf(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
-}
+std::filesystem::path Desktop::DocumentsFolder() { return FindDocumentsFolder(); }
 
 std::filesystem::path Desktop::ResourcesFolder() {
   const QDir program(QCoreApplication::applicationDirPath());

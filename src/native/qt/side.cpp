@@ -42,6 +42,7 @@ class Side final : public native::Side {
   FileCalls& Files() override { return PosixFileCalls(); }
   FolderCalls& Folders() override { return PosixFolderCalls(); }
   SocketCalls& Sockets() override { return PosixSocketCalls(); }
+  LinkCalls& Links() override { return PosixLinkCalls(); }
 
  private:
   // The toolkit sees the program's name alone, so no option of the toolkit has an effect.

@@ -2,7 +2,7 @@
 
 #include <optional>
 
-#include "native/system_calls.h"
+#include "native/network_calls.h"
 #include "platform/values/text.h"
 
 namespace quorvel {

@@ -2,7 +2,10 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <limits>
+#include <utility>
+#include <variant>
 
 #include "native/native.h"
 #include "platform/network/ip_address.h"
@@ -12,15 +15,16 @@ namespace quorvel {
 
 namespace {
 
-constexpr int kReceiveBufferBytes = 4 * 1024 * 1024;
-constexpr InterfaceIndex kSystemChoice = 0;
-// The limit of a poll: a flood of datagrams must leave the program time for everything else.
-constexpr int kBatchesPerPoll = 64;
+// The most datagrams that are delivered before windows and timers get their turn.
+constexpr size_t kBatch = 512;
+constexpr std::chrono::seconds kTick{2};
 
 SocketCalls& Calls() { return HasNative() ? Native().Sockets() : PosixSocketCalls(); }
+LinkCalls& LinksOfSystem() { return HasNative() ? Native().Links() : PosixLinkCalls(); }
 
 bool IsNoRoute(int error) {
-  return error == ENODEV || error == ENETUNREACH || error == EHOSTUNREACH || error == EADDRNOTAVAIL;
+  return error == ENODEV || error == ENETUNREACH || error == EHOSTUNREACH ||
+         error == EADDRNOTAVAIL || error == ENETDOWN || error == ENXIO;
 }
 
 bool FailWith(int error) {
@@ -46,19 +50,72 @@ void UDPSocket::Connect() {
     return;
   }
   ApplyMulticastOptions();
-  if (mSendOnly) return;
-  mBatch = std::make_unique<ReceiveBatch>();
-  mWatch = Native().Loop().Watch(mSocket,
-                                 WhileAlive(*this, &UDPSocket::DeliverBatch, Origin::Background));
+  mLinks = std::make_unique<GroupLinks>(Calls(), LinksOfSystem(), mSocket);
+  mLinks->SendBy(mSendInterface);
+  if (!mSendOnly) {
+    StartReceiving();
+    WatchLinks();
+  }
+  FollowLinks();
 }
 
-// Binds the port alone if possible, else beside the sockets that hold the port and share. Either
-// way, later sockets can share the port.
+// Binds the port alone if possible, so that a port that somebody else holds alone is refused, else
+// beside sockets that share the port. Later sockets can share the port where the system allows.
 bool UDPSocket::BindToPort() {
   if (Port() < 0 || Port() > std::numeric_limits<uint16_t>::max()) return FailWith(EINVAL);
   const auto port = static_cast<uint16_t>(mSendOnly ? 0 : Port());
-  if (Calls().Bind(mSocket, port)) return mSendOnly || Calls().SharePort(mSocket);
-  return errno == EADDRINUSE && Calls().SharePort(mSocket) && Calls().Bind(mSocket, port);
+  const auto bind = [&] { return Calls().Bind(mSocket, port); };
+  const auto share_address = [&] { return Calls().ShareAddress(mSocket); };
+  const auto share_port = [&] { return Calls().SharePort(mSocket); };
+  if (bind()) {
+    if (mSendOnly) return true;
+    share_address();
+    share_port();
+    return true;
+  }
+  if (errno != EADDRINUSE) return false;
+  return (share_address() && bind()) || (share_port() && bind()) || FailWith(EADDRINUSE);
+}
+
+void UDPSocket::StartReceiving() {
+  mReceiver = std::make_unique<Receiver>(Calls(), mSocket);
+  const auto watch = [this](int descriptor, void (UDPSocket::*handler)()) {
+    if (descriptor < 0) return;
+    mWatches.push_back(
+        Native().Loop().Watch(descriptor, WhileAlive(*this, handler, Origin::Background)));
+  };
+  watch(mReceiver->Descriptor(), &UDPSocket::DeliverWaiting);
+  if (!mReceiver->HasThread()) watch(mSocket, &UDPSocket::TakeAndDeliver);
+}
+
+// The system's notices of changes, and a look every two seconds for all that notices do not tell.
+void UDPSocket::WatchLinks() {
+  auto& loop = Native().Loop();
+  mNotices = LinksOfSystem().OpenNotices();
+  if (mNotices >= 0) {
+    mWatches.push_back(
+        loop.Watch(mNotices, WhileAlive(*this, &UDPSocket::FollowLinks, Origin::Background)));
+  }
+  mWatches.push_back(loop.Repeat(kTick, WhileAlive(*this, &UDPSocket::Tick, Origin::Background)));
+}
+
+// Datagrams that came in before a link was lost are judged by the pins of that time, so they are
+// taken in first.
+void UDPSocket::FollowLinks() {
+  if (!mLinks) return;
+  const auto notices = mNotices >= 0 ? LinksOfSystem().ReadNotices(mNotices) : LinkNotices{};
+  const auto lost = mLinks->Look(notices);
+  if (mReceiver && !lost.empty()) {
+    mReceiver->TakeIn();
+    for (const InterfaceIndex interface : lost) mReceiver->NoteLostLink(interface);
+  }
+  mLinks->Rejoin();
+}
+
+void UDPSocket::Tick() {
+  if (!mLinks) return;
+  mLinks->CountQuiet();
+  if (mNotices < 0 || mLinks->IsIncomplete()) FollowLinks();
 }
 
 void UDPSocket::ApplyMulticastOptions() {
@@ -78,34 +135,23 @@ void UDPSocket::RouterHops(int32_t hops) {
 }
 
 void UDPSocket::Close() {
-  mWatch.reset();
+  mWatches.clear();
+  mReceiver.reset();
+  mLinks.reset();
   mReceived.clear();
-  mJoined.clear();
+  mPins = {};
+  mDrops = {};
+  mReceiveError = 0;
+  if (mNotices >= 0) LinksOfSystem().CloseNotices(std::exchange(mNotices, -1));
   if (IsConnected()) Calls().Close(std::exchange(mSocket, -1));
 }
 
 bool UDPSocket::JoinMulticastGroup(const Text& group) {
   const auto address = ParseIpv4(group);
   if (!address || !IsMulticast(*address)) return Note(FailWith(EINVAL));
-  if (Calls().Join(mSocket, *address, kSystemChoice)) {
-    mJoined[*address].push_back(kSystemChoice);
-    return Note(true);
-  }
-  return Note(IsNoRoute(errno) && JoinOnEachInterface(*address));
-}
-
-bool UDPSocket::JoinOnEachInterface(Ipv4Address group) {
-  bool joined = false;
-  int error = ENODEV;
-  for (const InterfaceIndex interface : Calls().UsableInterfaces()) {
-    if (Calls().Join(mSocket, group, interface)) {
-      mJoined[group].push_back(interface);
-      joined = true;
-    } else {
-      error = errno;
-    }
-  }
-  return joined || FailWith(error);
+  if (!mLinks) return Note(FailWith(ENOTCONN));
+  FollowLinks();
+  return Note(mLinks->Join(*address));
 }
 
 void UDPSocket::LeaveMulticastGroup(const Text& group) {
@@ -114,13 +160,7 @@ void UDPSocket::LeaveMulticastGroup(const Text& group) {
     Note(FailWith(EINVAL));
     return;
   }
-  const auto joined = mJoined.extract(*address);
-  const auto interfaces = joined ? joined.mapped() : std::vector{kSystemChoice};
-  int error = 0;
-  for (const InterfaceIndex interface : interfaces) {
-    if (!Calls().Leave(mSocket, *address, interface)) error = errno;
-  }
-  Note(error == 0 || FailWith(error));
+  Note(mLinks ? mLinks->Leave(*address) : FailWith(ENOTCONN));
 }
 
 void UDPSocket::Write(const Text& address, const Text& data) {
@@ -134,27 +174,22 @@ void UDPSocket::Write(const Ref<Datagram>& datagram) {
 
 bool UDPSocket::Send(Ipv4Address to, const Text& data) {
   if (!IsConnected()) return FailWith(ENOTCONN);
-  if (Calls().Send(mSocket, to, static_cast<uint16_t>(Port()), data.Bytes())) return true;
-  return IsNoRoute(errno) && IsMulticast(to) && SendOnEachInterface(to, data);
+  if (IsMulticast(to)) return SendToGroup(to, data);
+  return Calls().Send(mSocket, to, static_cast<uint16_t>(Port()), data.Bytes());
 }
 
-// Only the first interface's datagram comes back to the sending host: a listener on the sending
-// host hears the datagram once.
-bool UDPSocket::SendOnEachInterface(Ipv4Address group, const Text& data) {
-  bool sent = false;
-  int error = ENETUNREACH;
-  for (const InterfaceIndex interface : Calls().UsableInterfaces()) {
-    Calls().SetMulticastInterface(mSocket, interface);
-    Calls().SetMulticastLoop(mSocket, mSendToSelf && !sent);
-    if (Calls().Send(mSocket, group, static_cast<uint16_t>(Port()), data.Bytes())) {
-      sent = true;
-    } else {
-      error = errno;
-    }
-  }
-  Calls().SetMulticastInterface(mSocket, kSystemChoice);
-  Calls().SetMulticastLoop(mSocket, mSendToSelf);
-  return sent || FailWith(error);
+// An interface may have gone since the last look.
+bool UDPSocket::SendToGroup(Ipv4Address group, const Text& data) {
+  const auto send = [&] {
+    return mLinks->PrepareSend() &&
+           Calls().Send(mSocket, group, static_cast<uint16_t>(Port()), data.Bytes());
+  };
+  if (mSendOnly && mLinks->LacksNetwork()) FollowLinks();
+  if (send()) return true;
+  if (!IsNoRoute(errno)) return false;
+  mLinks->DistrustSending();
+  FollowLinks();
+  return send();
 }
 
 Ref<Datagram> UDPSocket::Read(std::nullptr_t) {
@@ -164,30 +199,79 @@ Ref<Datagram> UDPSocket::Read(std::nullptr_t) {
   return oldest;
 }
 
-bool UDPSocket::ReceiveBatchOnce() {
-  if (!Calls().Receive(mSocket, *mBatch)) return false;
-  for (const auto& [from, bytes] : mBatch->Received()) {
-    mReceived.push_back(New<Datagram>(FormatIpv4(from), Text::FromBytes(bytes)));
-  }
-  return true;
+void UDPSocket::DeliverWaiting() { DeliverBatch(); }
+
+void UDPSocket::TakeAndDeliver() {
+  if (mReceiver) mReceiver->TakeIn();
+  DeliverBatch();
 }
 
 UDPSocket::Delivery UDPSocket::DeliverBatch() {
-  if (!IsConnected() || !mBatch) return Delivery::Nothing;
-  if (!ReceiveBatchOnce()) {
-    const bool idle = errno == EAGAIN || errno == EWOULDBLOCK || errno == EINTR;
-    if (!Note(idle)) Event_Error();
-    return Delivery::Nothing;
+  if (!mReceiver) return Delivery::Nothing;
+  const auto batch = mReceiver->Take(kBatch);
+  for (const Received& received : batch) {
+    if (const auto* const arrival = std::get_if<Arrival>(&received)) Accept(*arrival);
+    if (const auto* const lost = std::get_if<LostLink>(&received)) mPins.Unpin(lost->interface);
+    if (const auto* const failure = std::get_if<ReceiveFailure>(&received)) Fail(failure->error);
   }
-  Note(true);
-  Event_DataAvailable();
-  return Delivery::Batch;
+  if (!mReceived.empty()) Event_DataAvailable();
+  return batch.empty() ? Delivery::Nothing : Delivery::Batch;
+}
+
+void UDPSocket::Fail(int error) {
+  mReceiveError = error;
+  mLastErrorCode = error;
+  Event_Error();
+}
+
+void UDPSocket::Accept(const Arrival& arrival) {
+  if (!Counts(arrival)) return;
+  Heard(arrival.head);
+  mReceived.push_back(New<Datagram>(FormatIpv4(arrival.head.from), Text::FromBytes(arrival.bytes)));
+}
+
+bool UDPSocket::Counts(const Arrival& arrival) {
+  const auto& [head, at, bytes] = arrival;
+  if (head.broadcast || (IsMulticast(head.to) && !mLinks->Wants(head.to))) {
+    ++mDrops.foreign;
+    return false;
+  }
+  if (!IsMulticast(head.to)) return true;
+  mLinks->Heard(head.from, head.interface);
+  const bool counts = mPins.Counts(head, at);
+  if (!counts) ++mDrops.doubles;
+  return counts;
 }
 
 void UDPSocket::Poll() {
   const auto keep = shared_from_this();
-  int batches = 0;
-  while (batches < kBatchesPerPoll && DeliverBatch() == Delivery::Batch) ++batches;
+  if (mReceiver) mReceiver->TakeIn();
+  size_t left = mReceiver ? mReceiver->Waiting() : 0;
+  for (; mReceiver && left > 0; left -= std::min(left, kBatch)) {
+    if (DeliverBatch() == Delivery::Nothing) break;
+  }
+  mLastErrorCode = IsConnected() ? std::exchange(mReceiveError, 0) : ENOTCONN;
 }
+
+Interfaces UDPSocket::NetworkInterfaces() const { return mLinks ? mLinks->All() : Interfaces{}; }
+
+std::map<InterfaceIndex, int> UDPSocket::Joins(Ipv4Address group) const {
+  return mLinks ? mLinks->Joins(group) : std::map<InterfaceIndex, int>{};
+}
+
+DropCounts UDPSocket::Drops() const {
+  DropCounts drops = mDrops;
+  if (mReceiver) {
+    drops.waiting = mReceiver->DroppedHere();
+    drops.by_system = mReceiver->DroppedBySystem();
+  }
+  return drops;
+}
+
+size_t UDPSocket::ReceiveBufferBytes() const {
+  return IsConnected() ? Calls().ReceiveBufferBytes(mSocket) : 0;
+}
+
+void UDPSocket::Heard(const ReceivedBytes&) {}
 
 }  // namespace quorvel

@@ -4,10 +4,14 @@
 #include <deque>
 #include <map>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "native/event_loop.h"
-#include "native/system_calls.h"
+#include "native/network_calls.h"
+#include "platform/network/group_links.h"
+#include "platform/network/receiver.h"
+#include "platform/network/sender_pins.h"
 #include "platform/values/object.h"
 #include "platform/values/text.h"
 
@@ -28,7 +32,8 @@ class SocketCore : public Object {
   /// Closes the socket, and leaves all groups. Does nothing when no socket is open.
   virtual void Close() = 0;
   /// Receives the datagrams that wait, with the events of each batch, before returning. Stops at a
-  /// fair share when datagrams keep coming.
+  /// fair share when datagrams keep coming. Sets `LastErrorCode` anew: ENOTCONN on a closed socket,
+  /// the number of a receive failure since the last `Poll`, else 0.
   virtual void Poll() = 0;
 
   /// At least one received datagram waits to be read.
@@ -61,8 +66,24 @@ class Datagram : public Object {
   Text mData;
 };
 
+/// What became of datagrams that a socket did not deliver, since `Connect`.
+struct DropCounts {
+  /// Second copies, by another interface.
+  uint64_t doubles = 0;
+  /// Datagrams to groups that the socket has not joined, and to broadcast addresses.
+  uint64_t foreign = 0;
+  /// Datagrams beyond the memory for datagrams that wait (256 MiB).
+  uint64_t waiting = 0;
+  /// Datagrams for which the system's receive buffer had no room.
+  uint64_t by_system = 0;
+};
+
 /// An IPv4 socket for datagrams and multicast groups. Several sockets, also of several programs,
 /// can share a port; each socket hears the groups that the socket itself joined.
+///
+/// Groups are joined on all network interfaces that can carry groups, and followed as interfaces
+/// and links come and go; a thread takes datagrams from the system while the program is busy. See
+/// docs/reliability.md.
 class UDPSocket : public SocketCore {
  public:
   ~UDPSocket() override;
@@ -70,19 +91,21 @@ class UDPSocket : public SocketCore {
   /// Whether the socket only sends. A sending socket takes any free local port, and so does not
   /// draw datagrams away from a listener on this host. Set before `Connect`; off at first.
   void SendOnly(bool on) { mSendOnly = on; }
+  /// The name of the interface by which datagrams to groups leave. Set before `Connect`; empty, the
+  /// name at first, leaves the choice to the socket.
+  void SendInterface(const std::string& name) { mSendInterface = name; }
 
   void Connect() override;
   void Close() override;
   void Poll() override;
 
-  /// Joins the group with the dotted address `group`, on the interface of the system's choice;
-  /// without a route to the group, on every usable interface. False when the text is no group's
-  /// address or no join succeeds.
+  /// Joins the group with the dotted address `group`. False when the text is no group's address or
+  /// no join succeeds; in the latter case the socket goes on trying until `LeaveMulticastGroup`.
   [[nodiscard]] virtual bool JoinMulticastGroup(const Text& group);
   /// Leaves the group on every interface on which the group was joined.
   virtual void LeaveMulticastGroup(const Text& group);
-  /// Sends the bytes of `data` as one datagram to the dotted address of a group or host. Without a
-  /// route to a group, sends on every usable interface.
+  /// Sends the bytes of `data` as one datagram to the dotted address of a group or host: to a group
+  /// by one interface, to a host by the system's routes.
   virtual void Write(const Text& address, const Text& data);
   /// Sends the datagram's data to the datagram's address.
   virtual void Write(const Ref<Datagram>& datagram);
@@ -99,25 +122,51 @@ class UDPSocket : public SocketCore {
   void RouterHops(int32_t hops);
   [[nodiscard]] int32_t RouterHops() const { return mRouterHops; }
 
+  /// The interfaces of this computer at the last look; empty before `Connect`.
+  [[nodiscard]] Interfaces NetworkInterfaces() const;
+  /// The result of the group's join on each interface tried: 0, or the system's `errno`.
+  [[nodiscard]] std::map<InterfaceIndex, int> Joins(Ipv4Address group) const;
+  [[nodiscard]] DropCounts Drops() const;
+  /// The granted receive buffer as the system counts the buffer, in bytes; 0 when unknown.
+  [[nodiscard]] size_t ReceiveBufferBytes() const;
+  /// The receive buffer that `Connect` asks for, in bytes.
+  static constexpr int kReceiveBufferBytes = 4 * 1024 * 1024;
+
+ protected:
+  /// Called for each datagram that counts, before the datagram can be read.
+  virtual void Heard(const ReceivedBytes& datagram);
+
  private:
   enum class Delivery : uint8_t { Nothing, Batch };
 
   bool BindToPort();
   void ApplyMulticastOptions();
-  bool JoinOnEachInterface(Ipv4Address group);
+  void StartReceiving();
+  void WatchLinks();
+  void FollowLinks();
+  void Tick();
   bool Send(Ipv4Address to, const Text& data);
-  bool SendOnEachInterface(Ipv4Address group, const Text& data);
-  bool ReceiveBatchOnce();
+  bool SendToGroup(Ipv4Address group, const Text& data);
+  void DeliverWaiting();
+  void TakeAndDeliver();
   Delivery DeliverBatch();
+  void Fail(int error);
+  void Accept(const Arrival& arrival);
+  [[nodiscard]] bool Counts(const Arrival& arrival);
 
   bool mSendOnly = false;
   bool mSendToSelf = true;
   int32_t mRouterHops = 1;
-  std::unique_ptr<native::Subscription> mWatch;
-  std::unique_ptr<ReceiveBatch> mBatch;
+  std::string mSendInterface;
+  std::unique_ptr<GroupLinks> mLinks;
+  int mNotices = -1;
+  std::unique_ptr<Receiver> mReceiver;
+  std::vector<std::unique_ptr<native::Subscription>> mWatches;
+  SenderPins mPins;
+  DropCounts mDrops;
+  /// The number of a receive failure since the last `Poll`, 0 without a failure.
+  int32_t mReceiveError = 0;
   std::deque<Ref<Datagram>> mReceived;
-  /// The interfaces on which each group was joined; 0 is the system's choice.
-  std::map<Ipv4Address, std::vector<InterfaceIndex>> mJoined;
 };
 
 }  // namespace quorvel

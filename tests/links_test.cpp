@@ -1,0 +1,270 @@
+// How a socket follows the network interfaces, without a network: joins, sends, second copies.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <chrono>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "platform/runtime/runtime.h"
+#include "support/side.h"
+#include "support/station.h"
+
+namespace quorvel {
+namespace {
+
+using namespace std::chrono_literals;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+constexpr Ipv4Address kGroup = 0xE1020304, kPrivate = 0x0A000001, kPublic = 0x08080808;
+
+NetworkInterface Loopback() {
+  auto loopback = test::ScriptedLinks::Card(1, 0x7F000001);
+  loopback.loopback = true;
+  loopback.multicast = false;
+  return loopback;
+}
+NetworkInterface Card(InterfaceIndex index, Ipv4Address address = kPrivate) {
+  return test::ScriptedLinks::Card(index, address);
+}
+NetworkInterface Unfit(InterfaceIndex index, bool NetworkInterface::*without) {
+  auto card = Card(index);
+  card.*without = false;
+  return card;
+}
+NetworkInterface WithoutAddress(InterfaceIndex index) {
+  auto card = Card(index);
+  card.addresses.clear();
+  return card;
+}
+NetworkInterface Tunnel(InterfaceIndex index) {
+  auto tunnel = Card(index);
+  tunnel.point_to_point = true;
+  return tunnel;
+}
+
+class Links : public testing::Test {
+ protected:
+  Links() {
+    RuntimeInit(mSide);
+    mSocket->Bind(5563);
+  }
+  ~Links() override {
+    mSocket = Nil;
+    static_cast<void>(RuntimeExit());
+  }
+
+  void Listen() { mSocket->Register("225.2.3.4"); }
+  /// The interfaces on which the group is joined once the socket has had time for a look.
+  std::set<InterfaceIndex> JoinedOn(const std::vector<NetworkInterface>& interfaces) {
+    mSide.links.interfaces = interfaces;
+    mSide.loop.Advance(2s);
+    std::set<InterfaceIndex> joined;
+    for (const auto& [group, interface] : mNet.memberships) joined.insert(interface);
+    return joined;
+  }
+  InterfaceIndex SendsBy(const std::vector<NetworkInterface>& interfaces) {
+    JoinedOn(interfaces);
+    mSocket->SendMessageToGroup("225.2.3.4", 1, "x");
+    return mNet.sent.empty() ? 0 : mNet.sent.back().by;
+  }
+  /// What comes of a packet from `from` to `to` by `interface`.
+  std::vector<std::string> Arrives(Ipv4Address to, InterfaceIndex interface, bool broadcast = false,
+                                   Ipv4Address from = 0x0A000063) {
+    mNet.arrival.to = to;
+    mNet.arrival.interface = interface;
+    mNet.arrival.broadcast = broadcast;
+    mNet.arriving.emplace_back(from, std::string("\0\0\0\x9\0\0\0\1x", 9));
+    mSocket->Poll();
+    return std::exchange(mSocket->heard, {});
+  }
+  size_t Rejoins(std::chrono::seconds time) {
+    const size_t before = mNet.joined.size();
+    mSide.loop.Advance(time);
+    return mNet.joined.size() - before;
+  }
+
+  test::Side mSide;
+  test::ScriptedSockets& mNet = mSide.sockets;
+  Ref<Station> mSocket = New<Station>();
+};
+
+TEST_F(Links, AGroupIsJoinedOnEveryFitInterfaceAsInterfacesComeAndGo) {
+  mSide.links.interfaces = {};
+  Listen();
+  EXPECT_THAT(mSocket->errors, ElementsAre(ENODEV));
+  EXPECT_THAT(JoinedOn({Loopback()}), ElementsAre(1));
+  EXPECT_THAT(JoinedOn({Loopback(), WithoutAddress(2), Unfit(3, &NetworkInterface::up),
+                        Unfit(4, &NetworkInterface::multicast)}),
+              ElementsAre(1));
+  EXPECT_THAT(JoinedOn({Loopback(), Card(2), Unfit(3, &NetworkInterface::running), Tunnel(4)}),
+              ElementsAre(2, 3, 4));
+  mSide.faults.Arrange("Interfaces", 1, ENOMEM);
+  EXPECT_THAT(JoinedOn({}), ElementsAre(2, 3, 4));
+  EXPECT_THAT(JoinedOn({Loopback(), Card(7), Tunnel(4)}), ElementsAre(4, 7));
+  mSocket->Unregister("225.2.3.4");
+  EXPECT_THAT(mNet.memberships, IsEmpty());
+  EXPECT_THAT(JoinedOn({Card(2)}), IsEmpty());
+}
+
+TEST_F(Links, TheMostUsefulInterfacesGetTheMembershipsOfASmallSystem) {
+  mNet.most_memberships = 3;
+  mSide.links.interfaces = {Unfit(2, &NetworkInterface::running), Card(3, kPublic), Card(4),
+                            Card(5, kPublic)};
+  Listen();
+  EXPECT_THAT(JoinedOn(mSide.links.interfaces), ElementsAre(3, 4, 5));
+  auto more = mSide.links.interfaces;
+  more.push_back(Card(6));
+  EXPECT_THAT(JoinedOn(more), ElementsAre(3, 4, 6));
+}
+
+TEST_F(Links, ANetworkThatMayHaveForgottenTheSocketIsJoinedAnew) {
+  Listen();
+  auto card = Card(2);
+  JoinedOn({card});
+  EXPECT_EQ(Rejoins(100s), 0U);
+  card.link_changes = 2;
+  mSide.links.interfaces = {card};
+  EXPECT_EQ(Rejoins(2s), 1U);
+  card.addresses.push_back(kPublic);
+  mSide.links.interfaces = {card};
+  EXPECT_EQ(Rejoins(2s), 1U);
+  card.running = false;
+  mSide.links.interfaces = {card};
+  EXPECT_EQ(Rejoins(2s), 0U);
+  mSide.links.interfaces = {Card(2)};
+  EXPECT_EQ(Rejoins(2s), 1U);
+}
+
+TEST_F(Links, AQuietNetworkIsJoinedAnewEveryTwoMinutes) {
+  Listen();
+  JoinedOn({Card(2, kPrivate)});
+  EXPECT_EQ(Rejoins(240s), 2U);
+  mSide.loop.Advance(100s);
+  EXPECT_THAT(Arrives(kGroup, 2), SizeIs(1));
+  EXPECT_EQ(Rejoins(100s), 0U);
+  // The host's own datagrams tell nothing of the network.
+  EXPECT_THAT(Arrives(kGroup, 2, false, kPrivate), SizeIs(1));
+  EXPECT_EQ(Rejoins(20s), 1U);
+}
+
+TEST_F(Links, OnlyTheOwnGroupsAndThisHostAreHeardAndEachDatagramOnce) {
+  Listen();
+  EXPECT_THAT(Arrives(kGroup, 2), SizeIs(1));
+  EXPECT_THAT(Arrives(kGroup, 3), IsEmpty());
+  EXPECT_THAT(Arrives(kGroup, 2), SizeIs(1));
+  EXPECT_THAT(Arrives(kGroup, 3, false, kPublic), SizeIs(1));
+  EXPECT_THAT(Arrives(kPrivate, 3), SizeIs(1));
+  EXPECT_THAT(Arrives(kGroup + 1, 2), IsEmpty());
+  EXPECT_THAT(Arrives(0x0A0000FF, 2, true), IsEmpty());
+  EXPECT_EQ(mSocket->Drops().doubles, 1U);
+  EXPECT_EQ(mSocket->Drops().foreign, 2U);
+  // The pinned interface has gone: its senders are heard by the other interface at once.
+  JoinedOn({Card(3)});
+  EXPECT_THAT(Arrives(kGroup, 3), SizeIs(1));
+}
+
+TEST(SenderPins, HoldASenderForASecondAndAreForgottenInTheEnd) {
+  SenderPins pins;
+  const auto counts = [&pins](InterfaceIndex interface, std::chrono::milliseconds at,
+                              Ipv4Address from = kPrivate, uint16_t port = 1) {
+    ReceivedBytes datagram;
+    datagram.from = from;
+    datagram.from_port = port;
+    datagram.interface = interface;
+    return pins.Counts(datagram, SteadyTime(at));
+  };
+  EXPECT_TRUE(counts(2, 0ms));
+  EXPECT_FALSE(counts(3, 1000ms));
+  EXPECT_TRUE(counts(3, 1000ms, kPrivate, 2));
+  EXPECT_TRUE(counts(3, 1001ms));
+  EXPECT_FALSE(counts(2, 1002ms));
+  EXPECT_TRUE(counts(3, 1500ms));
+  EXPECT_FALSE(counts(2, 2400ms));
+  // A hall of forged senders pushes out the sender heard longest ago, and no other.
+  for (uint32_t i = 0; i < SenderPins::kMostPins - 1; ++i) {
+    EXPECT_TRUE(counts(2, 2400ms, 0xC0000000 + i));
+  }
+  EXPECT_FALSE(counts(3, 2400ms, 0xC0000000));
+  EXPECT_FALSE(counts(2, 2400ms));
+  EXPECT_TRUE(counts(2, 2400ms, kPublic));
+  EXPECT_TRUE(counts(2, 2400ms));
+}
+
+TEST_F(Links, SendsLeaveByTheBestNetworkUntilThatNetworkGoesAway) {
+  mSide.links.default_routes = {4, 9, 3};
+  EXPECT_EQ(SendsBy({Loopback(), Card(2), Card(3), Tunnel(4)}), 3U);
+  mSide.links.default_routes = {2};
+  EXPECT_EQ(SendsBy({Loopback(), Card(2), Card(3)}), 3U);
+  EXPECT_EQ(SendsBy({Loopback(), Card(2), WithoutAddress(3)}), 2U);
+  mSide.links.default_routes = {};
+  EXPECT_EQ(SendsBy({Loopback(), Card(5), Card(6)}), 5U);
+  EXPECT_EQ(SendsBy({Loopback()}), 1U);
+  EXPECT_EQ(SendsBy({Loopback(), Card(6)}), 6U);
+  mSocket->SendInterface("card8");
+  mSocket->Bind(5563);
+  EXPECT_EQ(SendsBy({Card(6), Card(8)}), 8U);
+  SendsBy({Card(6)});
+  EXPECT_EQ(mSocket->LastErrorCode(), ENODEV);
+}
+
+TEST_F(Links, AFailedCallOfTheSystemIsMadeGoodAsSoonAsTheSystemHeals) {
+  for (const int error : {ENOBUFS, ENOMEM, EINVAL, EPERM, ENODEV, ENETDOWN, EADDRNOTAVAIL}) {
+    for (const char* const call : {"ShareAddress", "SharePort", "Interfaces", "Join"}) {
+      mSide.faults.Arrange(call, 1, error);
+      mSocket->Bind(5563);
+      Listen();
+      EXPECT_THAT(JoinedOn({Card(2), Card(3)}), ElementsAre(2, 3)) << call << error;
+      EXPECT_FALSE(mSide.faults.IsAhead(call)) << call;
+      mSocket->Unregister("225.2.3.4");
+    }
+  }
+  for (const char* const call : {"SetMulticastInterface", "Send"}) {
+    mSide.faults.Arrange(call, 1, ENODEV);
+    SendsBy({Card(20)});
+    EXPECT_EQ(mSocket->LastErrorCode(), 0) << call;
+    mSocket->Bind(5563);
+  }
+}
+
+TEST_F(Links, AReceiveErrorIsToldOnceAndNoErrorOfAnotherCallEndsAWait) {
+  for (const int harmless : {EAGAIN, EINTR, ECONNREFUSED}) {
+    mSide.faults.Arrange("Receive", 1, harmless);
+    mSocket->Poll();
+    EXPECT_EQ(mSocket->LastErrorCode(), 0) << harmless;
+  }
+  mSide.faults.Arrange("Receive", 1, ENOMEM);
+  mSocket->Poll();
+  EXPECT_EQ(mSocket->LastErrorCode(), ENOMEM);
+  EXPECT_THAT(mSocket->errors, ElementsAre(ENOMEM));
+  EXPECT_THAT(Arrives(kPrivate, 2), SizeIs(1));
+  EXPECT_EQ(mSocket->LastErrorCode(), 0);
+  mSide.faults.Arrange("Send", 1, EPERM);
+  mSocket->SendMessageToIndividual("10.0.0.1", 1, "x");
+  EXPECT_EQ(mSocket->LastErrorCode(), EPERM);
+  mSocket->Poll();
+  EXPECT_EQ(mSocket->LastErrorCode(), 0);
+  mSocket->Close();
+  mSocket->Poll();
+  EXPECT_EQ(mSocket->LastErrorCode(), ENOTCONN);
+}
+
+TEST_F(Links, AFloodIsDeliveredInBoundedBatches) {
+  for (int i = 0; i < 600; ++i) {
+    mNet.arriving.emplace_back(kPrivate, std::string("\0\0\0\x8\0\0\0\1", 8));
+  }
+  ASSERT_EQ(write(mNet.open.begin()->second, "x", 1), 1);
+  mSide.loop.Turn(0);
+  EXPECT_THAT(mSocket->heard, SizeIs(512));
+  mSide.loop.Turn(0);
+  EXPECT_THAT(mSocket->heard, SizeIs(600));
+}
+
+}  // namespace
+}  // namespace quorvel
