@@ -170,31 +170,75 @@ TEST_F(Links, OnlyTheOwnGroupsAndThisHostAreHeardAndEachDatagramOnce) {
   EXPECT_THAT(Arrives(kGroup, 3), SizeIs(1));
 }
 
-TEST(SenderPins, HoldASenderForASecondAndAreForgottenInTheEnd) {
-  SenderPins pins;
-  const auto counts = [&pins](InterfaceIndex interface, std::chrono::milliseconds at,
-                              Ipv4Address from = kPrivate, uint16_t port = 1) {
-    ReceivedBytes datagram;
-    datagram.from = from;
-    datagram.from_port = port;
-    datagram.interface = interface;
-    return pins.Counts(datagram, SteadyTime(at));
-  };
-  EXPECT_TRUE(counts(2, 0ms));
-  EXPECT_FALSE(counts(3, 1000ms));
-  EXPECT_TRUE(counts(3, 1000ms, kPrivate, 2));
-  EXPECT_TRUE(counts(3, 1001ms));
-  EXPECT_FALSE(counts(2, 1002ms));
-  EXPECT_TRUE(counts(3, 1500ms));
-  EXPECT_FALSE(counts(2, 2400ms));
-  // A hall of forged senders pushes out the sender heard longest ago, and no other.
-  for (uint32_t i = 0; i < SenderPins::kMostPins - 1; ++i) {
-    EXPECT_TRUE(counts(2, 2400ms, 0xC0000000 + i));
+class Pins : public testing::Test {
+ protected:
+  /// The texts that are let through when `text` arrives by `interface` at `at`.
+  std::string Arrives(InterfaceIndex interface, std::chrono::milliseconds at,
+                      const std::string& text = "x", Ipv4Address from = kPrivate,
+                      uint16_t port = 1) {
+    Arrival arrival;
+    arrival.head.from = from;
+    arrival.head.from_port = port;
+    arrival.head.interface = interface;
+    arrival.at = SteadyTime(at);
+    arrival.head.stamp = at;
+    arrival.bytes = text;
+    mPins.Judge(arrival, mDeliver);
+    return std::exchange(mDelivered, {});
   }
-  EXPECT_FALSE(counts(3, 2400ms, 0xC0000000));
-  EXPECT_FALSE(counts(2, 2400ms));
-  EXPECT_TRUE(counts(2, 2400ms, kPublic));
-  EXPECT_TRUE(counts(2, 2400ms));
+  struct Copy {
+    InterfaceIndex interface;
+    std::chrono::milliseconds at;
+    const char* text;
+  };
+  std::string Arrive(const std::vector<Copy>& copies) {
+    std::string delivered;
+    for (const auto& [interface, at, text] : copies) delivered += Arrives(interface, at, text);
+    return delivered;
+  }
+  std::string Lost(InterfaceIndex interface) {
+    mPins.Unpin(interface, mDeliver);
+    return std::exchange(mDelivered, {});
+  }
+
+  SenderPins mPins;
+  std::string mDelivered;
+  SenderPins::Deliver mDeliver = [this](const Arrival& arrival) { mDelivered += arrival.bytes; };
+};
+
+TEST_F(Pins, HoldASenderForASecondAndAreForgottenInTheEnd) {
+  EXPECT_EQ(Arrives(2, 0ms), "x");
+  EXPECT_EQ(Arrives(3, 1000ms), "");
+  EXPECT_EQ(Arrives(3, 1000ms, "x", kPrivate, 2), "x");
+  EXPECT_EQ(Arrives(3, 1400ms), "x");
+  EXPECT_EQ(Arrives(2, 1401ms), "");
+  EXPECT_EQ(Arrives(3, 1500ms), "x");
+  EXPECT_EQ(Arrives(2, 2400ms), "");
+  // Forged senders push out the sender heard longest ago, and no other.
+  for (uint32_t i = 0; i < SenderPins::kMostPins - 1; ++i) {
+    EXPECT_EQ(Arrives(2, 2400ms, "x", 0xC0000000 + i), "x");
+  }
+  EXPECT_EQ(Arrives(3, 2400ms, "x", 0xC0000000), "");
+  EXPECT_EQ(Arrives(2, 2400ms), "");
+  EXPECT_EQ(Arrives(2, 2400ms, "x", kPublic), "x");
+  EXPECT_EQ(Arrives(2, 2400ms), "x");
+}
+
+// The interfaces 2 and 3 bring in the same stream; 2 is pinned and lost later.
+TEST_F(Pins, WhatComesBetweenALossAndItsNoticeIsDeliveredOnceAndInOrder) {
+  EXPECT_EQ(Arrive({{2, 10ms, "a"}, {3, 11ms, "a"}, {2, 20ms, "b"}, {3, 21ms, "b"}}), "ab");
+  EXPECT_EQ(Arrive({{4, 21ms, "b"}, {3, 30ms, "c"}, {4, 31ms, "c"}, {3, 40ms, "d"}}), "");
+  EXPECT_EQ(Lost(2), "cd");
+  EXPECT_EQ(Arrive({{3, 50ms, "e"}}), "e");
+  // The copies of the faster wire come first.
+  EXPECT_EQ(Arrive({{2, 59ms, "f"}, {3, 60ms, "f"}, {2, 69ms, "g"}, {3, 70ms, "g"}}), "fg");
+  // A loss without a notice shows after a second.
+  EXPECT_EQ(Arrive({{2, 80ms, "h"}, {2, 500ms, "i"}, {2, 1070ms, "j"}}), "");
+  EXPECT_EQ(Arrive({{2, 1071ms, "k"}}), "hijk");
+  // The loss of the other interface changes nothing.
+  EXPECT_EQ(Arrive({{3, 1072ms, "k"}, {3, 1080ms, "l"}}), "");
+  EXPECT_EQ(Lost(3), "");
+  EXPECT_EQ(Arrive({{2, 1090ms, "m"}}), "m");
 }
 
 TEST_F(Links, SendsLeaveByTheBestNetworkUntilThatNetworkGoesAway) {

@@ -29,6 +29,9 @@ struct ReceivedBytes {
   bool broadcast = false;
   /// The interface by which the datagram came in.
   InterfaceIndex interface = 0;
+  /// When the datagram came in, on a clock of the system; of use for differences of less than a
+  /// second. 0 where the system does not tell.
+  std::chrono::nanoseconds stamp{};
   std::string_view bytes;
 };
 

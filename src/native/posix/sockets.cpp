@@ -47,8 +47,11 @@ void HearOwnGroupsOnly([[maybe_unused]] int socket) {
 #endif
 }
 
-// Has the system tell the interface and the destination of each datagram.
+// Has the system tell the interface, the destination and the time of each datagram.
 void TellArrivals(int socket) {
+#ifdef SO_TIMESTAMPNS
+  SetOption(socket, SOL_SOCKET, SO_TIMESTAMPNS, int{1});
+#endif
 #ifdef IP_RECVPKTINFO
   SetOption(socket, IPPROTO_IP, IP_RECVPKTINFO, int{1});
 #else
@@ -60,7 +63,8 @@ void TellArrivals(int socket) {
 struct Receiving {
   sockaddr_in sender{};
   iovec slot{};
-  alignas(cmsghdr) std::array<char, CMSG_SPACE(sizeof(in_pktinfo))> control{};
+  alignas(cmsghdr)
+      std::array<char, CMSG_SPACE(sizeof(in_pktinfo)) + CMSG_SPACE(sizeof(timespec))> control{};
 
   msghdr Message(std::span<char> room) {
     slot = {room.data(), room.size()};
@@ -85,18 +89,32 @@ bool IsBroadcast([[maybe_unused]] const msghdr& message, const in_pktinfo& info)
 #endif
 }
 
+void NoteDestination(ReceivedBytes& datagram, const msghdr& message, const cmsghdr& part) {
+  in_pktinfo info{};
+  std::memcpy(&info, CMSG_DATA(&part), sizeof info);
+  datagram.to = ntohl(info.ipi_addr.s_addr);
+  datagram.interface = static_cast<InterfaceIndex>(info.ipi_ifindex);
+  datagram.broadcast = IsBroadcast(message, info);
+}
+
+void NoteTime([[maybe_unused]] ReceivedBytes& datagram, [[maybe_unused]] const cmsghdr& part) {
+#ifdef SO_TIMESTAMPNS
+  if (part.cmsg_level != SOL_SOCKET || part.cmsg_type != SCM_TIMESTAMPNS) return;
+  timespec time{};
+  std::memcpy(&time, CMSG_DATA(&part), sizeof time);
+  datagram.stamp = std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
+#endif
+}
+
 ReceivedBytes Describe(const Receiving& receiving, msghdr& message) {
   ReceivedBytes datagram;
   datagram.from = ntohl(receiving.sender.sin_addr.s_addr);
   datagram.from_port = ntohs(receiving.sender.sin_port);
   for (cmsghdr* part = CMSG_FIRSTHDR(&message); part != nullptr;
        part = CMSG_NXTHDR(&message, part)) {
-    if (part->cmsg_level != IPPROTO_IP || part->cmsg_type != IP_PKTINFO) continue;
-    in_pktinfo info{};
-    std::memcpy(&info, CMSG_DATA(part), sizeof info);
-    datagram.to = ntohl(info.ipi_addr.s_addr);
-    datagram.interface = static_cast<InterfaceIndex>(info.ipi_ifindex);
-    datagram.broadcast = IsBroadcast(message, info);
+    const bool tells_destination = part->cmsg_level == IPPROTO_IP && part->cmsg_type == IP_PKTINFO;
+    if (tells_destination) NoteDestination(datagram, message, *part);
+    NoteTime(datagram, *part);
   }
   return datagram;
 }

@@ -4,22 +4,15 @@
 #include <cstdint>
 #include <deque>
 #include <mutex>
-#include <string>
 #include <thread>
 #include <variant>
 
 #include "native/network_calls.h"
 #include "native/wake_flag.h"
+#include "platform/network/arrival.h"
 
 namespace quorvel {
 
-/// A datagram that has been taken from the system.
-struct Arrival {
-  /// All but the bytes: `head.bytes` is empty.
-  ReceivedBytes head;
-  SteadyTime at;
-  std::string bytes;
-};
 /// A receive call has failed with the number `error`.
 struct ReceiveFailure {
   int error;

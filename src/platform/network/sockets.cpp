@@ -210,8 +210,10 @@ UDPSocket::Delivery UDPSocket::DeliverBatch() {
   if (!mReceiver) return Delivery::Nothing;
   const auto batch = mReceiver->Take(kBatch);
   for (const Received& received : batch) {
-    if (const auto* const arrival = std::get_if<Arrival>(&received)) Accept(*arrival);
-    if (const auto* const lost = std::get_if<LostLink>(&received)) mPins.Unpin(lost->interface);
+    if (const auto* const arrival = std::get_if<Arrival>(&received)) Judge(*arrival);
+    if (const auto* const lost = std::get_if<LostLink>(&received)) {
+      mPins.Unpin(lost->interface, Accepting());
+    }
     if (const auto* const failure = std::get_if<ReceiveFailure>(&received)) Fail(failure->error);
   }
   if (!mReceived.empty()) Event_DataAvailable();
@@ -224,23 +226,31 @@ void UDPSocket::Fail(int error) {
   Event_Error();
 }
 
-void UDPSocket::Accept(const Arrival& arrival) {
-  if (!Counts(arrival)) return;
-  Heard(arrival.head);
-  mReceived.push_back(New<Datagram>(FormatIpv4(arrival.head.from), Text::FromBytes(arrival.bytes)));
+void UDPSocket::Judge(const Arrival& arrival) {
+  const auto& head = arrival.head;
+  const bool to_group = IsMulticast(head.to);
+  if (head.broadcast || (to_group && !mLinks->Wants(head.to))) {
+    ++mDrops.foreign;
+  } else if (to_group) {
+    mLinks->Heard(head.from, head.interface);
+    // Counts the datagram as a copy until the pins deliver the datagram.
+    ++mDrops.doubles;
+    mPins.Judge(arrival, Accepting());
+  } else {
+    Accept(arrival);
+  }
 }
 
-bool UDPSocket::Counts(const Arrival& arrival) {
-  const auto& [head, at, bytes] = arrival;
-  if (head.broadcast || (IsMulticast(head.to) && !mLinks->Wants(head.to))) {
-    ++mDrops.foreign;
-    return false;
-  }
-  if (!IsMulticast(head.to)) return true;
-  mLinks->Heard(head.from, head.interface);
-  const bool counts = mPins.Counts(head, at);
-  if (!counts) ++mDrops.doubles;
-  return counts;
+SenderPins::Deliver UDPSocket::Accepting() {
+  return [this](const Arrival& arrival) {
+    --mDrops.doubles;
+    Accept(arrival);
+  };
+}
+
+void UDPSocket::Accept(const Arrival& arrival) {
+  Heard(arrival.head);
+  mReceived.push_back(New<Datagram>(FormatIpv4(arrival.head.from), Text::FromBytes(arrival.bytes)));
 }
 
 void UDPSocket::Poll() {

@@ -68,7 +68,7 @@ class Datagram : public Object {
 
 /// What became of datagrams that a socket did not deliver, since `Connect`.
 struct DropCounts {
-  /// Second copies, by another interface.
+  /// Copies of datagrams that came in by another interface.
   uint64_t doubles = 0;
   /// Datagrams to groups that the socket has not joined, and to broadcast addresses.
   uint64_t foreign = 0;
@@ -151,8 +151,9 @@ class UDPSocket : public SocketCore {
   void TakeAndDeliver();
   Delivery DeliverBatch();
   void Fail(int error);
+  void Judge(const Arrival& arrival);
   void Accept(const Arrival& arrival);
-  [[nodiscard]] bool Counts(const Arrival& arrival);
+  SenderPins::Deliver Accepting();
 
   bool mSendOnly = false;
   bool mSendToSelf = true;

@@ -1,0 +1,352 @@
+"""Faults of networks, on virtual wires: what does a listener miss, what does a listener hear twice?
+
+Usage: faults_test.py FOLDER-OF-THE-PROGRAMS [CASE...]. Ends with 77 where there is no private
+network. SEED, STORM_SECONDS and BUSY_SECONDS in the environment change what is done.
+
+Network namespaces stand for computers: the listener with cards c1 and c2, a sender, and a switch
+that forwards a group to its members alone. Prints a row of docs/reliability.md for each case.
+"""
+import ctypes, os, random, signal, socket, struct, subprocess, sys, threading, time
+
+PROGRAMS = sys.argv[1]
+KEY, GROUP, PORT = "Maple-Room-7", "224.195.13.122", 5563
+SECOND_CARD = "10.77.0.2/24"
+LIBC = ctypes.CDLL(None, use_errno=True)
+failures = []
+
+
+class Host:
+    """A network namespace, which lives as long as a process in the namespace."""
+
+    def __init__(self):
+        self.holder = subprocess.Popen(["unshare", "-n", "sleep", "200"], stdout=subprocess.DEVNULL)
+        while os.readlink(f"/proc/{self.holder.pid}/ns/net") == os.readlink("/proc/self/ns/net"):
+            time.sleep(0.001)
+        self.namespace = os.open(f"/proc/{self.holder.pid}/ns/net", os.O_RDONLY)
+        self.ip("link set lo up")
+
+    def start(self, *command, **options):
+        def enter():
+            LIBC.setns(self.namespace, 0)
+        return subprocess.Popen(command, preexec_fn=enter, **options)
+
+    def ip(self, *commands):
+        batch = self.start("ip", "-batch", "-", stdin=subprocess.PIPE, text=True)
+        batch.communicate("\n".join(commands))
+        assert batch.returncode == 0, commands
+
+    def end(self):
+        os.close(self.namespace)
+        self.holder.kill()
+        self.holder.wait()
+
+
+class Net:
+    """A listener's computer and a sender's computer at one switch."""
+
+    def __init__(self, querier=0):
+        self.listener, self.switch, self.sender = Host(), Host(), Host()
+        self.switch.ip(f"link add br0 type bridge mcast_snooping 1 mcast_querier {querier}",
+                       "link set br0 up")
+        self.cable(self.sender, "t0", "10.77.0.9/24")
+        self.program, self.stream, self.lines = None, None, []
+
+    def cable(self, host, card, *addresses, up=True):
+        self.switch.ip(f"link add {card} netns {host.holder.pid} type veth peer name port-{card}",
+                       f"link set port-{card} master br0 up")
+        host.ip(*[f"addr add {a} dev {card}" for a in addresses], *[f"link set {card} up"] * up)
+
+    def plug(self, card, in_or_out):
+        self.switch.ip(f"link set port-{card} {in_or_out}")
+
+    def listen(self, stall_ms=0, **environment):
+        self.program = self.listener.start(f"{PROGRAMS}/quorvel_listener", KEY, str(stall_ms),
+                                           stdout=subprocess.PIPE, text=True,
+                                           env={**os.environ, **environment})
+        self.program.stdout.readline()
+        threading.Thread(target=self.read, daemon=True).start()
+        time.sleep(0.05)
+
+    def read(self):
+        for line in self.program.stdout:
+            self.lines.append((time.monotonic(), line.split()[-1]))
+
+    def send(self, per_second):
+        self.stream = Stream(self.sender, per_second)
+
+    def heard_after(self, moment, limit=10.0):
+        """The seconds until the first message that was sent after the moment; -1 for none."""
+        first = self.stream.number_at(moment)
+        while time.monotonic() < moment + limit:
+            times = [at for at, text in list(self.lines) if text.isdigit() and int(text) >= first]
+            if times:
+                return times[0] - moment
+            time.sleep(0.002)
+        return -1
+
+    def finish(self):
+        """Numbers of lost, doubled and disordered messages, of all that were sent."""
+        sent = self.stream.end() if self.stream else 0
+        time.sleep(0.3)
+        heard = [int(text) for _, text in self.lines if text.isdigit()]
+        self.program.kill()
+        self.program.wait()
+        for host in (self.listener, self.switch, self.sender):
+            host.end()
+        disorder = sum(a > b for a, b in zip(heard, heard[1:]))
+        return sent, sent - len(set(heard)), len(heard) - len(set(heard)), disorder
+
+
+class Stream(threading.Thread):
+    """Sends numbered messages to the group until the end."""
+
+    def __init__(self, host, per_second):
+        super().__init__(daemon=True)
+        self.host, self.pause, self.times, self.go = host, 1 / per_second, [], True
+        self.start()
+
+    def run(self):
+        LIBC.setns(self.host.namespace, 0)
+        wire = socket.socket(socket.AF_INET, socket.SOCK_DGRAM)
+        wire.setsockopt(socket.IPPROTO_IP, socket.IP_MULTICAST_IF, socket.inet_aton("10.77.0.9"))
+        due = time.monotonic()
+        while self.go:
+            text = b"%d" % len(self.times)
+            self.times.append(time.monotonic())
+            wire.sendto(struct.pack(">ii", 8 + len(text), 1) + text, (GROUP, PORT))
+            due += self.pause
+            time.sleep(max(0, due - time.monotonic()))
+
+    def number_at(self, moment):
+        return sum(at < moment for at in list(self.times))
+
+    def rate(self):
+        return len(self.times) / (self.times[-1] - self.times[0])
+
+    def end(self):
+        self.go = False
+        self.join()
+        return len(self.times)
+
+
+def row(name, ok, measured):
+    print(f"| {name} | {measured} | {'passed' if ok else 'FAILED'} |", flush=True)
+    if not ok:
+        failures.append(name)
+
+
+def first_messages(name, times, most=1.0):
+    worst = max(times) if min(times) >= 0 else -1
+    row(name, 0 <= worst <= most, f"first message after {1000 * sorted(times)[len(times) // 2]:.0f} ms"
+        f" (median of {len(times)}), {1000 * worst:.0f} ms at most")
+
+
+def all_once(name, result):
+    sent, lost, doubled, disorder = result
+    row(name, lost == doubled == disorder == 0 and sent > 0,
+        f"{sent} sent, {lost} lost, {doubled} doubled, {disorder} out of order")
+
+
+def late_card():
+    net = Net()
+    net.listen()
+    net.send(500)
+    net.cable(net.listener, "c1")
+    time.sleep(0.3)
+    net.listener.ip("addr add 10.77.0.1/24 dev c1")
+    times = [net.heard_after(time.monotonic())]
+    net.listener.ip("route add default via 10.77.0.9")
+    times.append(net.heard_after(time.monotonic()))
+    net.finish()
+    first_messages("started without a card; then card, address, route", times)
+
+
+def tunnel():
+    net = Net()
+    net.cable(net.listener, "c1", "10.77.0.1/24")
+    up = ["tuntap add vpn0 mode tun", "addr add 10.99.0.1/24 dev vpn0", "link set vpn0 up",
+          "route add default dev vpn0"]
+    down = ["tuntap del vpn0 mode tun"]
+    net.listener.ip(*up)
+    net.listen()
+    net.send(500)
+    for _ in range(20):
+        net.listener.ip(*down)
+        net.listener.ip(*up)
+    all_once("a tunnel with the default route, up at the start, then down and up 20 times", net.finish())
+
+
+def new_cards():
+    net = Net(querier=1)
+    net.cable(net.listener, "c1", "10.77.0.1/24")
+    net.listen()
+    net.send(500)
+    times = []
+    for _ in range(50):
+        net.listener.ip("link del c1")
+        net.cable(net.listener, "c1", "10.77.0.1/24")
+        times.append(net.heard_after(time.monotonic()))
+    net.finish()
+    first_messages("card made anew 50 times", times)
+
+
+def short_losses():
+    for querier in (0, 1):
+        for out in (0.02, 0.5):
+            net = Net(querier)
+            net.cable(net.listener, "c1", "10.77.0.1/24")
+            net.listen()
+            net.send(500)
+            times = []
+            for _ in range(5):
+                net.plug("c1", "down")
+                time.sleep(out)
+                net.plug("c1", "up")
+                times.append(net.heard_after(time.monotonic()))
+            net.finish()
+            first_messages(f"cable out for {1000 * out:.0f} ms 5 times, switch "
+                           f"{'with' if querier else 'without'} a querier", times)
+
+
+def pulled_cable():
+    net = Net()
+    for card, address in (("c1", "10.77.0.1/24"), ("c2", SECOND_CARD)):
+        net.cable(net.listener, card, address)
+    net.listen()
+    net.send(1000)
+    for _ in range(10):
+        for card in ("c1", "c2"):
+            time.sleep(0.1)
+            net.plug(card, "down")
+            time.sleep(0.1)
+            net.plug(card, "up")
+    all_once("two cards on one network, cables pulled in turn 20 times", net.finish())
+
+
+def strangers():
+    net = Net()
+    for card, address in (("c1", "10.77.0.1/24"), ("c2", SECOND_CARD)):
+        net.cable(net.listener, card, address)
+    other = socket_on(net.listener, [("239.1.2.3", "10.77.0.1"), (GROUP, "10.77.0.2")])
+    net.listen()
+    net.send(500)
+    for to in ("239.1.2.3", "10.77.0.255"):
+        socket_on(net.sender, [], b"noise", to)
+    time.sleep(0.5)
+    alien = sum(text == "noise" for _, text in net.lines)
+    other.close()
+    result = net.finish()
+    all_once("another program on another group, and on this group by the other card", result)
+    row("datagrams to other groups and broadcasts", alien == 0, f"{alien} heard")
+
+
+def socket_on(host, memberships, text=None, to=GROUP):
+    """A socket on the port of Quorvel, with memberships of groups; sends one message."""
+    made = []
+    def make():
+        LIBC.setns(host.namespace, 0)
+        wire = socket.socket(socket.AF_INET, socket.SOCK_DGRAM)
+        wire.setsockopt(socket.SOL_SOCKET, socket.SO_REUSEADDR, 1)
+        wire.setsockopt(socket.SOL_SOCKET, socket.SO_BROADCAST, 1)
+        wire.bind(("", PORT))
+        if text:
+            wire.setsockopt(socket.IPPROTO_IP, socket.IP_MULTICAST_IF, socket.inet_aton("10.77.0.9"))
+            wire.sendto(struct.pack(">ii", 8 + len(text), 1) + text, (to, PORT))
+        for group, card in memberships:
+            wire.setsockopt(socket.IPPROTO_IP, socket.IP_ADD_MEMBERSHIP,
+                            socket.inet_aton(group) + socket.inet_aton(card))
+        made.append(wire)
+    maker = threading.Thread(target=make)
+    maker.start()
+    maker.join()
+    return made[0]
+
+
+def many_cards():
+    for kind, address in (("without", None), ("with", "198.51.{}.1/24")):
+        net = Net()
+        for i in range(25):
+            net.listener.ip(f"link add d{i} type veth peer name e{i}", f"link set e{i} up",
+                            *([f"addr add {address.format(i)} dev d{i}"] if address else []),
+                            f"link set d{i} up")
+        net.cable(net.listener, "c1", "10.77.0.1/24")
+        net.listen()
+        net.send(500)
+        first = net.heard_after(time.monotonic())
+        net.finish()
+        first_messages(f"25 further interfaces {kind} an address", [first])
+
+
+def lost_notices():
+    net = Net()
+    net.cable(net.listener, "c1", "10.77.0.1/24")
+    net.listen()
+    net.send(500)
+    net.program.send_signal(signal.SIGSTOP)
+    net.listener.ip("link add flood type bridge", *["link set flood up", "link set flood down"] * 400)
+    net.listener.ip("link del c1")
+    net.cable(net.listener, "c1", "10.77.0.1/24")
+    net.program.send_signal(signal.SIGCONT)
+    first = net.heard_after(time.monotonic())
+    net.finish()
+    first_messages("card made anew while notices overflowed", [first])
+
+
+def busy():
+    for stall, per_second in ((1000, 5000), (2000, 5000), (4000, 5000), (1000, 20000)):
+        net = Net()
+        net.cable(net.listener, "c1", "10.77.0.1/24")
+        net.listen(stall, LD_PRELOAD=f"{PROGRAMS}/libquorvel_stock_limits.so")
+        net.send(per_second)
+        time.sleep(0.2)
+        socket_on(net.sender, [], b"stall")
+        time.sleep(stall / 1000 + float(os.environ.get("BUSY_SECONDS", "0.5")))
+        result, rate = net.finish(), net.stream.rate()
+        all_once(f"stock limits, {rate:.0f} a second, busy for {stall / 1000:.0f} s", result)
+
+
+def storm():
+    seed = int(os.environ.get("SEED", time.time_ns() % 1000000))
+    dice = random.Random(seed)
+    net = Net()
+    cards = {"c1": "10.77.0.1/24", "c2": SECOND_CARD}
+    for card, address in cards.items():
+        net.cable(net.listener, card, address)
+    net.listen()
+    net.send(200)
+    end = time.monotonic() + float(os.environ.get("STORM_SECONDS", "20"))
+    faults = 0
+    while time.monotonic() < end:
+        card, address = dice.choice(list(cards.items()))
+        fault = dice.choice(("cable", "card", "address", "switched off"))
+        pause = dice.choice((0.005, 0.05, 0.3))
+        if fault == "cable":
+            net.plug(card, "down")
+            time.sleep(pause)
+            net.plug(card, "up")
+        elif fault == "card":
+            net.listener.ip(f"link del {card}")
+            time.sleep(pause)
+            net.cable(net.listener, card, address)
+        elif fault == "address":
+            net.listener.ip(f"addr del {address} dev {card}")
+            time.sleep(pause)
+            net.listener.ip(f"addr add {address} dev {card}")
+        else:
+            net.listener.ip(f"link set {card} down")
+            time.sleep(pause)
+            net.listener.ip(f"link set {card} up")
+        faults += 1
+        # The other card is to hear before the next fault.
+        time.sleep(0.1)
+    all_once(f"storm of {faults} faults on two cards, seed {seed}", net.finish())
+
+
+if __name__ == "__main__":
+    if "QUORVEL_PRIVATE_NETWORK" not in os.environ:
+        sys.exit(77)
+    for case in (late_card, tunnel, new_cards, short_losses, pulled_cable, strangers, many_cards,
+                 lost_notices, busy, storm):
+        if len(sys.argv) < 3 or case.__name__ in sys.argv[2:]:
+            case()
+    sys.exit(f"failed: {failures}" if failures else 0)
