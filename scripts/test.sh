@@ -10,8 +10,13 @@ if [[ $# -gt 0 && $1 != -* ]]; then
   shift
 fi
 
+# The thread sanitizer finds no room for its tables where the kernel scatters a program's memory.
+if [[ $preset == tsan && -z ${QUORVEL_FIXED_ADDRESSES:-} ]] && setarch -R true 2>/dev/null; then
+  QUORVEL_FIXED_ADDRESSES=1 exec setarch -R bash "${BASH_SOURCE[0]}" "$preset" "$@"
+fi
+
 packages=("${build_packages[@]}" "${test_packages[@]}")
-if [[ $preset != headless ]]; then packages+=("${desktop_packages[@]}"); fi
+if [[ $preset != headless && $preset != tsan ]]; then packages+=("${desktop_packages[@]}"); fi
 install_packages "${packages[@]}"
 
 # The build runs the test programs too, to ask them for their tests.

@@ -15,7 +15,7 @@ KEY, TO = ["--key", GROUP], ["--to", HOST]
 
 # Arguments, standard input, and the commands and texts of the datagrams.
 SENT = [
-    (KEY + ["Marks: 9 of 10"], "", [(0, "Nziph: 0 lu 89")]),
+    (KEY + ["--interface", "v0", "Marks: 9 of 10"], "", [(0, "Nziph: 0 lu 89")]),
     (TO + ["--command", "-2", "--raw", "Zoë"], "", [(-2, "Zoë")]),
     (TO + ["--command=510", "a", "", "[b,c]"], "", [(510, "z"), (510, ""), (510, "[y,x]")]),
     (KEY + ["--", "-2", "--raw"], "", [(0, "-7"), (0, "--izd")]),
@@ -28,7 +28,8 @@ REFUSED = [
     ([], "", 2, "--key"),
     (["--key", "Salé", "text"], "", 2, "5 characters"),
     (["--key", "224.1..3", "text"], "", 2, "number is missing"),
-    (KEY + TO + ["text"], "", 2, "not both"),
+    (KEY + TO + ["text"], "", 2, "neither --key"),
+    (KEY + ["--interface", "none0", "text"], "", 2, "'none0'"),
     (["--to", "", "text"], "", 2, "dotted IPv4 address"),
     (KEY + ["-2"], "", 2, "put --"),
     (KEY + ["two\nlines", "--two\nlines"], "", 2, "--two"),

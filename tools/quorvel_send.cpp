@@ -44,6 +44,9 @@ Required are a key or an address, and a text or --stdin.
   --to ADDRESS   send to the one computer with this dotted IPv4 address, such as 10.0.0.7; stands
                  instead of --key
   --command N    the command number of the messages, 0 unless given; the log shows all numbers
+  --interface NAME
+                 send to the group by the network interface of this name, such as eth0; otherwise
+                 by the interface of the best route
   --stdin        send each line of standard input as one message as well, after the texts
   --raw          send the texts as they are; texts are mirrored otherwise, as Quorvel expects them
   --             end of the options: put -- before texts that begin with a dash
@@ -71,6 +74,8 @@ struct Options {
   std::string key;
   /// The dotted address of the one receiver; empty when the key's group receives.
   std::string address;
+  /// The interface for sends to the group; empty for the socket's choice.
+  std::string interface;
   int32_t command = 0;
   bool raw = false;
   bool from_stdin = false;
@@ -90,10 +95,12 @@ void Declare(CLI::App& app, Options& options) {
       app.add_option("--to", options.address, "a dotted IPv4 address such as 10.0.0.7, not a name");
   auto* const command =
       app.add_option("--command", options.command, "a whole number from -2147483648 to 2147483647");
-  address->excludes(key);
+  auto* const interface =
+      app.add_option("--interface", options.interface, "the name of a network interface");
+  address->excludes(key)->excludes(interface);
   // CLI11 takes the next option for a value that an option must have, but not for a value that
   // an option may have. CheckUse() refuses a missing value and a second value.
-  for (auto* const option : {key, address, command}) option->expected(0, 1)->take_all();
+  for (auto* const option : {key, address, command, interface}) option->expected(0, 1)->take_all();
 }
 
 [[noreturn]] void RefuseValue(const CLI::Option& option) {
@@ -153,7 +160,7 @@ void Parse(CLI::App& app, const std::vector<std::string>& arguments, const Optio
   for (const CLI::Option* const option : app.get_options()) CheckUse(*option);
   CheckReceiver(app, options.key, options.address);
 } catch (const CLI::ExcludesError&) {
-  throw WrongUse("give either --key or --to, not both");
+  throw WrongUse("--to stands alone: give neither --key nor --interface with it");
 } catch (const CLI::ConversionError&) {
   RefuseValue(*app["--command"]);
 }
@@ -184,8 +191,10 @@ class Sender {
     mSocket->Constructor();
     // A listener on this host keeps the port, and all that is sent to the port, for itself.
     mSocket->SendOnly(true);
+    mSocket->SendInterface(options.interface);
     mSocket->Bind(quorvel::kPort);
     if (!mSocket->IsConnected()) Raise("cannot open a socket");
+    CheckInterface();
   }
 
   /// Sends one message; `name` names the text in the std::runtime_error that a failure raises.
@@ -204,6 +213,13 @@ class Sender {
   }
 
  private:
+  void CheckInterface() const {
+    const auto all = mSocket->NetworkInterfaces();
+    const auto& name = mOptions.interface;
+    if (name.empty() || std::ranges::count(all, name, &quorvel::NetworkInterface::name) > 0) return;
+    throw WrongUse("--interface '" + name + "': this computer has no such network interface");
+  }
+
   void Raise(const std::string& what) {
     throw std::system_error(mSocket->LastErrorCode(), std::generic_category(), what);
   }
