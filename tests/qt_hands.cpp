@@ -11,6 +11,7 @@
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
+#include <sstream>
 #include <utility>
 
 #include "native/qt/side.h"
@@ -81,16 +82,15 @@ class QtHands : public Hands {
   std::string WindowLook(const std::string& title) override {
     const auto* const window = WindowOf(title);
     const QSize bar(0, window->height() - Content(title)->height());
-    return Size(window->size() - bar) + " from " + Size(window->minimumSize() - bar) + " to " +
-           Size(window->maximumSize() - bar);
-  }
-  std::string LookOf(const std::string& control) override {
-    auto* const widget = Control<QWidget>(control);
-    const QString corner = QString("%1,%2 ").arg(widget->x()).arg(widget->y());
-    return Std(corner) + Size(widget->size()) + " " + KindLook(*widget);
-  }
-  bool HasFingerCursor(const std::string& control) override {
-    return Control<QWidget>(control)->cursor().shape() == Qt::PointingHandCursor;
+    std::ostringstream look;
+    look << Size(window->size() - bar) << " from " << Size(window->minimumSize() - bar) << " to "
+         << Size(window->maximumSize() - bar) << "\n";
+    for (auto* const widget : DirectChildren(Content(title))) {
+      const bool finger = widget->cursor().shape() == Qt::PointingHandCursor;
+      look << Std(widget->objectName()) << " " << widget->x() << "," << widget->y() << " "
+           << Size(widget->size()) << " " << KindLook(*widget) << (finger ? " finger" : "") << "\n";
+    }
+    return look.str();
   }
   std::vector<std::string> EnabledItems() override {
     std::vector<std::string> enabled;
@@ -122,20 +122,6 @@ class QtHands : public Hands {
     QTest::keyClicks(Control<QWidget>(field), QString::fromStdString(text));
   }
   void PressButton(const std::string& button) override { Control<QPushButton>(button)->click(); }
-  void FollowLink(const std::string& link) override {
-    auto* const label = Control<QWidget>(link);
-    for (int i = 0; i < 20 && !label->hasFocus(); ++i) {
-      QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-    }
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
-  }
-  void TurnWheelWithControl(const std::string& field, int units) override {
-    auto* const viewport = Control<QPlainTextEdit>(field)->viewport();
-    const QPoint middle = viewport->rect().center();
-    QWheelEvent event(middle, viewport->mapToGlobal(middle), {}, {0, units}, Qt::NoButton,
-                      Qt::ControlModifier, Qt::NoScrollPhase, false);
-    QApplication::sendEvent(viewport, &event);
-  }
   // The mouse acts on the widget below the point; once pressed, on that widget until the release.
   void UseMouse(Mouse act, const std::string& title, int x, int y) override {
     QWidget* const content = Content(title);
@@ -159,26 +145,29 @@ class QtHands : public Hands {
     return Std(QString("%1x%2").arg(size.width()).arg(size.height()));
   }
   template <class Field>
-  static std::string FieldLook(const Field& field) {
+  static std::string FieldLook(const Field& field, const QString& text) {
     const QPalette& colours = field.palette();
-    return Std(QString("field %1px %2 on %3%4")
+    return Std(QString("field '%1' %2px %3 on %4%5")
+                   .arg(text.section('\n', 0, 0))
                    .arg(std::max(field.font().pixelSize(), 0))
                    .arg(colours.color(QPalette::Text).name(), colours.color(QPalette::Base).name(),
                         field.isReadOnly() ? " read-only" : ""));
   }
   static std::string KindLook(QWidget& widget) {
     if (const auto* const label = qobject_cast<QLabel*>(&widget)) {
-      return Std(QString("label '%1' %2px %3%4")
+      return Std(QString("label '%1' %2px %3%4%5")
                      .arg(label->text())
                      .arg(label->font().pixelSize())
                      .arg(label->palette().color(QPalette::WindowText).name(),
-                          label->font().underline() ? " underlined" : ""));
+                          label->font().underline() ? " underlined" : "",
+                          label->focusPolicy() == Qt::NoFocus ? "" : " link"));
     }
     if (const auto* const line = qobject_cast<QLineEdit*>(&widget)) {
-      return FieldLook(*line) + (line->echoMode() == QLineEdit::Normal ? "" : " secret");
+      const bool secret = line->echoMode() != QLineEdit::Normal;
+      return FieldLook(*line, line->text()) + (secret ? " secret" : "");
     }
     if (const auto* const area = qobject_cast<QPlainTextEdit*>(&widget)) {
-      return FieldLook(*area) + " many lines";
+      return FieldLook(*area, area->toPlainText()) + " many lines";
     }
     if (const auto* const button = qobject_cast<QPushButton*>(&widget)) {
       return "button '" + Std(button->text()) + "'";
@@ -200,8 +189,11 @@ class QtHands : public Hands {
     }
     return nullptr;
   }
+  static QList<QWidget*> DirectChildren(const QWidget* parent) {
+    return parent->findChildren<QWidget*>(Qt::FindDirectChildrenOnly);
+  }
   static QWidget* Content(const std::string& title) {
-    for (auto* const child : WindowOf(title)->findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+    for (auto* const child : DirectChildren(WindowOf(title))) {
       if (qobject_cast<QMenuBar*>(child) == nullptr) return child;
     }
     return nullptr;

@@ -16,6 +16,7 @@ namespace quorvel {
 namespace {
 
 using testing::ElementsAre;
+using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::StartsWith;
 using namespace std::chrono_literals;
@@ -83,9 +84,10 @@ TEST_F(Startup, TheMainWindowIsShownThenListensAndLeavesWhenItCloses) {
   EXPECT_EQ(shown, 1);
   auto& window = *mSide.windows.Find(kListening)->listener;
   window.OnResized(300, 200, true);
-  EXPECT_THAT(mHands.LookOf("efLog"), StartsWith("7,7 280x180 "));
+  EXPECT_THAT(mHands.WindowLook(kListening), HasSubstr("efLog 7,7 280x180 field '' 12px "));
   window.OnResized(310, 210, false);
-  EXPECT_THAT(mHands.LookOf("efLog"), StartsWith("7,7 290x190 "));
+  mSide.windows.menu_listener->OnShortcut("Cmd+-");
+  EXPECT_THAT(mHands.WindowLook(kListening), HasSubstr("efLog 7,7 290x190 field '' 10px "));
   EXPECT_EQ(mGlobals::sTheFont.Bytes(), "Geneva\r");
   EXPECT_EQ(mSide.sockets.hops, 255);
   EXPECT_TRUE(mSide.sockets.loop);

@@ -3,6 +3,7 @@
 #include <chrono>
 #include <csignal>
 #include <memory>
+#include <sstream>
 #include <string>
 #include <tuple>
 #include <utility>
@@ -32,23 +33,23 @@ class HeadlessHands : public Hands {
   bool IsOpen(const std::string& title) override { return side.windows.Find(title) != nullptr; }
   std::string ShownText(const std::string& field) override { return Control(field)->text; }
   std::string WindowLook(const std::string& title) override {
-    const auto& state = side.windows.Find(title)->state;
+    const auto window = side.windows.Find(title);
+    const auto& state = window->state;
     const auto [least_width, least_height, most_width, most_height] =
         state.Resizeable
             ? std::tuple(state.MinWidth, state.MinHeight, state.MaxWidth, state.MaxHeight)
             : std::tuple(state.Width, state.Height, state.Width, state.Height);
-    return Size(state.Width, state.Height) + " from " + Size(least_width, least_height) + " to " +
-           Size(most_width, most_height);
-  }
-  std::string LookOf(const std::string& control) override {
-    const auto shown = Control(control);
-    const auto& state = shown->State();
-    return std::to_string(state.Left) + "," + std::to_string(state.Top) + " " +
-           Size(state.Width, state.Height) + " " +
-           std::visit([](const auto& kind) { return KindLook(kind); }, shown->kind);
-  }
-  bool HasFingerCursor(const std::string& control) override {
-    return Control(control)->State().FingerPointer;
+    std::ostringstream look;
+    look << Size(state.Width, state.Height) << " from " << Size(least_width, least_height) << " to "
+         << Size(most_width, most_height) << "\n";
+    for (const auto& shown : window->controls) {
+      const auto& control = shown->State();
+      look << control.Name << " " << control.Left << "," << control.Top << " "
+           << Size(control.Width, control.Height) << " "
+           << std::visit([&](const auto& kind) { return KindLook(kind, shown->text); }, shown->kind)
+           << (control.FingerPointer ? " finger" : "") << "\n";
+    }
+    return look.str();
   }
   std::vector<std::string> EnabledItems() override {
     side.windows.menu_listener->OnMenuNeeded();
@@ -83,20 +84,6 @@ class HeadlessHands : public Hands {
     const auto pressed = Control(button)->pressed;
     pressed();
   }
-  void FollowLink(const std::string& link) override {
-    const auto shown = Control(link);
-    const auto& state = std::get<native::LabelState>(shown->kind);
-    if (!state.Link) return;
-    const native::Point middle{state.Left + state.Width / 2, state.Top + state.Height / 2};
-    auto& window = *side.windows.open.front()->listener;
-    window.OnMousePressed(middle);
-    window.OnMouseReleased(middle);
-  }
-  void TurnWheelWithControl(const std::string&, int units) override {
-    for (int notch = 0; notch < std::abs(units) / 120; ++notch) {
-      side.windows.menu_listener->OnShortcut(units > 0 ? "Cmd++" : "Cmd+-");
-    }
-  }
   void UseMouse(Mouse act, const std::string& title, int x, int y) override {
     auto& window = Listener(title);
     if (act == Mouse::Move) window.OnMouseMoved({x, y});
@@ -114,19 +101,20 @@ class HeadlessHands : public Hands {
   static std::string Size(int32_t width, int32_t height) {
     return std::to_string(width) + "x" + std::to_string(height);
   }
-  static std::string KindLook(const native::LabelState& label) {
+  static std::string KindLook(const native::LabelState& label, const std::string&) {
     return "label '" + label.Text + "' " + std::to_string(label.TextSize) + "px " +
-           label.TextColor + (label.Underline ? " underlined" : "");
+           label.TextColor + (label.Underline ? " underlined" : "") + (label.Link ? " link" : "");
   }
-  static std::string KindLook(const native::TextFieldState& field) {
-    return "field " + std::to_string(field.TextSize) + "px " + field.TextColor + " on " +
-           field.BackColor + (field.ReadOnly ? " read-only" : "") +
-           (field.Multiline ? " many lines" : "") + (field.Password ? " secret" : "");
+  static std::string KindLook(const native::TextFieldState& field, const std::string& text) {
+    return "field '" + text.substr(0, text.find('\n')) + "' " + std::to_string(field.TextSize) +
+           "px " + field.TextColor + " on " + field.BackColor +
+           (field.ReadOnly ? " read-only" : "") + (field.Multiline ? " many lines" : "") +
+           (field.Password ? " secret" : "");
   }
-  static std::string KindLook(const native::ButtonState& button) {
+  static std::string KindLook(const native::ButtonState& button, const std::string&) {
     return "button '" + button.Caption + "'";
   }
-  static std::string KindLook(const native::CanvasState& canvas) {
+  static std::string KindLook(const native::CanvasState& canvas, const std::string&) {
     return "picture " + canvas.Backdrop.stem().string();
   }
   std::shared_ptr<test::ShownControl> Control(const std::string& name) {
