@@ -25,11 +25,9 @@ class KeyWindow : public Program {
 };
 
 TEST_F(KeyWindow, AKeyIsSavedTrimmedAndUsedAsTyped) {
-  std::string twenty;
-  for (int i = 0; i < 20; ++i) twenty += "\xF0\x9F\x8E\x93";
   using Case = std::pair<std::string, std::string>;
   for (const auto& [typed, saved] : {Case{" Maple ", "Maple"}, Case{"a     b", "a     b"},
-                                     Case{"Maple\r\n", "Maple"}, Case{twenty, twenty}}) {
+                                     Case{"\xF0\x9F\x8E\x93mapl\r\n", "\xF0\x9F\x8E\x93mapl"}}) {
     SCOPED_TRACE(typed);
     Start();
     Chooses("QuorvelKeyFile");

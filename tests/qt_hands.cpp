@@ -1,6 +1,5 @@
 #include <QAction>
 #include <QApplication>
-#include <QClipboard>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
@@ -68,16 +67,9 @@ class QtHands : public Hands {
 
   bool IsOpen(const std::string& title) override { return WindowOf(title) != nullptr; }
   std::string ShownText(const std::string& field) override {
-    if (auto* const line = Control<QLineEdit>(field)) return line->text().toStdString();
-    // What a user gets who copies it all.
-    auto* const area = Control<QPlainTextEdit>(field);
     QCoreApplication::processEvents();
-    const QTextCursor cursor = area->textCursor();
-    QGuiApplication::clipboard()->clear();
-    area->selectAll();
-    area->copy();
-    area->setTextCursor(cursor);
-    return QGuiApplication::clipboard()->text().toStdString();
+    if (auto* const line = Control<QLineEdit>(field)) return Std(line->text());
+    return Std(Control<QPlainTextEdit>(field)->toPlainText());
   }
   std::string WindowLook(const std::string& title) override {
     const auto* const window = WindowOf(title);
@@ -156,8 +148,7 @@ class QtHands : public Hands {
   static std::string KindLook(QWidget& widget) {
     if (const auto* const label = qobject_cast<QLabel*>(&widget)) {
       return Std(QString("label '%1' %2px %3%4%5")
-                     .arg(label->text())
-                     .arg(label->font().pixelSize())
+                     .arg(label->text(), QString::number(label->font().pixelSize()))
                      .arg(label->palette().color(QPalette::WindowText).name(),
                           label->font().underline() ? " underlined" : "",
                           label->focusPolicy() == Qt::NoFocus ? "" : " link"));
@@ -198,19 +189,12 @@ class QtHands : public Hands {
     }
     return nullptr;
   }
-  static QMenuBar* Bar() {
-    if (auto* const window = QApplication::activeWindow()) return window->findChild<QMenuBar*>();
-    return Found<QMenuBar>({}, false);
-  }
+  static QMenuBar* Bar() { return QApplication::activeWindow()->findChild<QMenuBar*>(); }
   template <class Widget>
   static Widget* Control(const std::string& name) {
-    return Found<Widget>(QString::fromStdString(name), true);
-  }
-  template <class Widget>
-  static Widget* Found(const QString& name, bool in_sight) {
     for (auto* const window : QApplication::topLevelWidgets()) {
-      auto* const found = window->findChild<Widget*>(name);
-      if (found != nullptr && (window->isVisible() || !in_sight)) return found;
+      auto* const found = window->findChild<Widget*>(QString::fromStdString(name));
+      if (found != nullptr && window->isVisible()) return found;
     }
     return nullptr;
   }

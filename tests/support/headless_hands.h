@@ -17,9 +17,6 @@ namespace quorvel {
 /// Hands on a side without a screen.
 class HeadlessHands : public Hands {
  public:
-  HeadlessHands() = default;
-  explicit HeadlessHands(SocketCalls& sockets) : side(sockets) {}
-
   native::Side& Side() override { return side; }
   bool WaitUntil(const std::function<bool()>& reached) override {
     for (int second = 0; second < 100 && !reached(); ++second) {
@@ -74,10 +71,7 @@ class HeadlessHands : public Hands {
   void Type(const std::string& field, const std::string& text) override {
     const auto control = Control(field);
     const auto& state = std::get<native::TextFieldState>(control->kind);
-    for (const char c : text) {
-      const bool fits = state.LimitText == 0 || std::ssize(control->text) < state.LimitText;
-      if (fits && (state.Multiline || c != '\n')) control->text += c;
-    }
+    control->text = state.LimitText > 0 ? text.substr(0, state.LimitText) : text;
     control->field_listener->OnEdited(control->text);
   }
   void PressButton(const std::string& button) override {

@@ -61,7 +61,7 @@ class Window : public native::Window {
  public:
   Window(ShownWindows& open, native::WindowListener& listener) : mOpen(open) {
     mShown->listener = &listener;
-    mOpen.insert(mOpen.begin(), mShown);
+    Window::Show();
   }
   ~Window() override { std::erase(mOpen, mShown); }
 
