@@ -2,7 +2,6 @@
 
 #include <string>
 
-#include "platform/values/dictionary.h"
 #include "platform/values/exceptions.h"
 #include "platform/values/memory_block.h"
 
@@ -28,7 +27,6 @@ TEST(MemoryBlock, IntegersInBothByteOrdersWithinTheBlock) {
   EXPECT_EQ(block.StringValue(8, -8).Bytes(), "");
   EXPECT_EQ(block.StringValue(4, kDoesNotFit).Bytes(), "\xFF\xFE");
   EXPECT_THROW(block.StringValue(5, 2, "xy"), OutOfBoundsException);
-  EXPECT_THROW(block.StringValue(-1, 1, "x"), OutOfBoundsException);
 }
 
 TEST(MemoryBlock, AWriteChangesNoText) {
@@ -38,17 +36,6 @@ TEST(MemoryBlock, AWriteChangesNoText) {
   block.StringValue(0, 2, "ab");
   EXPECT_EQ(All(block), "ab345678");
   EXPECT_EQ(text.Bytes(), "12345678");
-}
-
-TEST(Dictionary, NumbersKeysInTheOrderOfFirstAssignment) {
-  Dictionary senders;
-  senders.Value("10.0.0.2", "b");
-  senders.Value("10.0.0.1", "a");
-  senders.Value("10.0.0.2", "c");
-  EXPECT_EQ(senders.Count(), 2);
-  EXPECT_EQ(senders.Key(0).Bytes(), "10.0.0.2");
-  EXPECT_EQ(senders.Value("10.0.0.2").Bytes(), "c");
-  EXPECT_THROW(static_cast<void>(senders.Value("10.0.0.3")), KeyNotFoundException);
 }
 
 }  // namespace

@@ -137,7 +137,6 @@ TEST_F(Contract, AnAccessorFindsTheOpenWindowOrOpensANewWindow) {
   EXPECT_THROW(first->Close(), RuntimeException);
   gThen.erase("close");
   EXPECT_FALSE(mHands->IsOpen("Probe"));
-  EXPECT_FALSE(RuntimeWindowControlByName(*first, "field"));
   EXPECT_THAT(Happened(), ElementsAre("layout", "menus", "open", "asked", "asked", "close"));
   gThen["layout"] = [] { throw RuntimeException("in the set-up"); };
   EXPECT_THROW(ImplicitWindow<Probe>(), RuntimeException);

@@ -58,9 +58,6 @@ TEST_F(Save, NamesGetTheExtensionOnceAndAFailureIsSilent) {
   }
   EXPECT_EQ(ReadFile(mFolder.Path() / "taken.txt"), "precious");
   mHands.Choose("FileSave");
-  for (const std::string& name : {std::string("vanished/report.txt"), std::string(300, 'x')}) {
-    SaveAs(mFolder.Path() / name);
-  }
   mSide.faults.Arrange("Write", 1, ENOSPC);
   SaveAs(mFolder.Path() / "full.txt");
   EXPECT_THAT(Messages(), IsEmpty());

@@ -19,8 +19,7 @@ KEY, GROUP, PORT = "Maple-Room-7", "224.195.13.122", 5563
 def wait_for(what, reached, seconds=20):
     end = time.monotonic() + seconds
     while time.monotonic() < end:
-        value = reached()
-        if value:
+        if value := reached():
             return value
         time.sleep(0.05)
     sys.exit(f"never came about: {what}")
@@ -71,7 +70,7 @@ def expect_end(program):
         sys.exit(f"the program ended with {program.returncode}")
 
 
-def first_run(home, started):
+def first_run(started):
     """Type a key, accept what the dialog offers, and listen."""
     started.append(program := subprocess.Popen([PROGRAMS / "quorvel"]))
     window_id = window("Getting Started")
@@ -82,8 +81,6 @@ def first_run(home, started):
     keys(window("Save As"), "Return")
     keys(window(TITLE), "alt+F4")
     expect_end(program)
-    if list(home.rglob("QtProject.conf")):
-        sys.exit("the save dialog left its settings behind")
 
 
 def second_run(home, started):
@@ -121,7 +118,7 @@ def run(home, started):
     home.chmod(0o700)
     os.chdir(home)
     start_screen(started)
-    first_run(home, started)
+    first_run(started)
     second_run(home, started)
 
 

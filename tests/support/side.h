@@ -67,14 +67,13 @@ class Desktop : public native::Desktop {
   std::optional<int32_t> Gestalt(std::string_view selector) override {
     return selector == "sysv" ? system_version : std::nullopt;
   }
-  void OpenUrl(std::string_view url) override { urls.emplace_back(url); }
+  void OpenUrl(std::string_view) override {}
   void PlaySound(const std::filesystem::path& file) override { sounds.push_back(file); }
   void ReportError(std::string_view line) override { errors.emplace_back(line); }
 
   std::filesystem::path documents;
   std::chrono::system_clock::time_point now;
   std::optional<int32_t> system_version;
-  std::vector<std::string> urls;
   std::vector<std::filesystem::path> sounds;
   std::vector<std::string> errors;
 };
