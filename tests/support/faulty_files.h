@@ -14,6 +14,8 @@ class Faults {
  public:
   /// The `nth` call from now (1 is the next) fails with `error`, an `errno`.
   void Arrange(const std::string& call, int nth, int error) { mArranged[call] = {nth, error}; }
+  /// Whether an arranged failure of the call is still to come.
+  [[nodiscard]] bool IsAhead(const std::string& call) const { return mArranged.contains(call); }
   /// Counts a call, and sets `errno` when the call is to fail.
   [[nodiscard]] bool Strike(const std::string& call) {
     const auto found = mArranged.find(call);
