@@ -38,21 +38,10 @@ TEST_F(RealTime, TheLoopRunsUntilACallbackStopsTheLoop) {
     });
   });
   mLoop.Run();
-  EXPECT_THAT(mEvents, ElementsAre("timer", "watch"));
-  // A stop before a run does not end the run.
-  mLoop.Stop();
-  mLoop.Post([&] { mLoop.Post([&] { mLoop.Stop(); }); });
-  mLoop.Run();
-  // Both subscriptions ended in their own callbacks.
-  mLoop.Turn(5);
-  EXPECT_EQ(mEvents.size(), 2U);
-}
-
-TEST_F(RealTime, ATurnEndsWithTheFirstEvent) {
-  const auto timer = mLoop.Repeat(1ms, [&] { mEvents.emplace_back("timer"); });
-  const auto start = std::chrono::steady_clock::now();
-  while (mEvents.size() < 3) mLoop.Turn(20000);
-  EXPECT_LT(std::chrono::steady_clock::now() - start, 20s);
+  // A turn ends with its first event.
+  timer = mLoop.Repeat(1ms, [&] { mEvents.emplace_back("turn"); });
+  mLoop.Turn(100000);
+  EXPECT_THAT(mEvents, ElementsAre("timer", "watch", "turn"));
 }
 
 TEST_F(RealTime, AWatchThatAnotherCallbackEndsIsSilent) {

@@ -2,6 +2,6 @@
 
 namespace quorvel {
 
-std::unique_ptr<Hands> Hands::Make() { return std::make_unique<HeadlessHands>(PosixSocketCalls()); }
+std::unique_ptr<Hands> Hands::Make() { return std::make_unique<HeadlessHands>(); }
 
 }  // namespace quorvel

@@ -6,9 +6,11 @@
 #include <QPrinter>
 #include <QProcess>
 #include <QRegularExpression>
+#include <QTimer>
 
 #include "native/qt/print_job.h"
 #include "platform/runtime/runtime.h"
+#include "platform/windows/application.h"
 #include "support/side.h"
 #include "support/temporary_folder.h"
 #include "ui/edit_field_extras.h"
@@ -33,10 +35,15 @@ class Paper : public testing::Test {
 
   Paper() {
     RuntimeInit(mSide);
+    _RuntimeRegisterAppObject(New<Application>());
     mPrinter->setOutputFileName(mFile);
     mPrinter->setPageSize(QPageSize(QSizeF(440, 300), QPageSize::Point));
     mPrinter->setPageMargins(QMarginsF(20, 20, 20, 20), QPageLayout::Point);
-    mSide.dialogs.start_print = [this] { return std::make_unique<qt::PrintJob>(mPrinter); };
+    mSide.dialogs.start_print = [this] {
+      auto job = std::make_unique<qt::PrintJob>(mPrinter);
+      mJob = job.get();
+      return job;
+    };
   }
   ~Paper() override { EXPECT_EQ(RuntimeExit(), 0); }
 
@@ -45,10 +52,7 @@ class Paper : public testing::Test {
     field->TextFont("DejaVu Sans");
     field->TextSize(12);
     field->Text(Text::FromBytes(text, Encodings::UTF8));
-    field->efPrint(PageNumbers::On);
-    return Read();
-  }
-  std::vector<Sheet> Read() {
+    Dispatch([&] { field->efPrint(PageNumbers::On); });
     QProcess reader;
     reader.start("pdftotext", {"-bbox", mFile, "-"});
     EXPECT_TRUE(reader.waitForFinished());
@@ -77,6 +81,7 @@ class Paper : public testing::Test {
   const QString mFile = QString::fromStdString(mFolder.Path() / "print.pdf");
   test::Side mSide;
   const std::shared_ptr<QPrinter> mPrinter = std::make_shared<QPrinter>(QPrinter::HighResolution);
+  qt::PrintJob* mJob = nullptr;
 };
 
 // Of 12 points, nine lines fit between the margins.
@@ -88,7 +93,6 @@ TEST_F(Paper, HoldsWholeLinesBetweenTheMarginsAndAFooter) {
     EXPECT_THAT(sheet[0].left, DoubleNear(65, 1));
     EXPECT_THAT(sheet[0].top, DoubleNear(65, 2));
     EXPECT_THAT(sheet[8].bottom, Lt(kHeight - 65 + 1));
-    EXPECT_THAT(sheet[9].left, DoubleNear(65, 1));
     EXPECT_THAT(sheet[9].bottom, DoubleNear(kHeight - 5 + 2, 1));  // letters reach 2 below the line
     EXPECT_THAT(sheet[9].bottom - sheet[9].top, DoubleNear(8 * 1.2, 1));
   }
@@ -99,10 +103,8 @@ TEST_F(Paper, ARangeIsAsManySheetsFromTheFirstLineOn) {
   mPrinter->setFromTo(3, 5);
   const auto sheets = Printed(Lines(100));
   ASSERT_EQ(sheets.size(), 3U);
-  EXPECT_EQ(sheets[0].front().text, "line1");
-  EXPECT_EQ(sheets[0].back().text, "3");
-  EXPECT_EQ(sheets[2].front().text, "line19");
-  EXPECT_EQ(sheets[2].back().text, "5");
+  EXPECT_EQ(sheets[0].front().text + " on " + sheets[0].back().text, "line1 on 3");
+  EXPECT_EQ(sheets[2].front().text + " on " + sheets[2].back().text, "line19 on 5");
 }
 
 TEST_F(Paper, ALongParagraphLosesNoLetter) {
@@ -130,6 +132,20 @@ TEST_F(Paper, TabStopsAre80UnitsApartAndRightToLeftLinesAtTheRight) {
     }
     EXPECT_THAT(sheet[3].right, DoubleNear(kWidth - 65, 2));
   }
+}
+
+TEST_F(Paper, ACancelOrAQuitLeavesNoFile) {
+  mSide.dialogs.accepts_page_setup = false;
+  EXPECT_TRUE(Printed("text").empty());
+  mSide.dialogs.accepts_page_setup = true;
+  const std::function<void()> cancel = [&] { mJob->CallOff(); };
+  const std::function<void()> quit = [] { Dispatch([] { Quit(0); }); };
+  for (const auto& end : {cancel, quit}) {
+    QTimer::singleShot(0, end);
+    EXPECT_TRUE(Printed(Lines(20000)).empty());
+  }
+  mSide.dialogs.start_print = nullptr;
+  EXPECT_TRUE(Printed("text").empty());
 }
 
 }  // namespace

@@ -3,7 +3,6 @@
 #include <cerrno>
 #include <map>
 #include <string>
-#include <type_traits>
 #include <utility>
 
 #include "native/system_calls.h"
@@ -30,69 +29,52 @@ class Faults {
   std::map<std::string, std::pair<int, int>> mArranged;
 };
 
-/// Does the system's calls of one interface, unless a call is to fail.
-template <class Calls>
-class FaultyCalls : public Calls {
- protected:
-  FaultyCalls(Calls& calls, Faults& faults) : mCalls(calls), mFaults(faults) {}
-
-  template <class Result, class... Arguments>
-  Result Do(const char* name, Result (Calls::*call)(Arguments...),
-            std::type_identity_t<Arguments>... arguments) {
-    if (!mFaults.Strike(name)) return (mCalls.*call)(arguments...);
-    return std::is_same_v<Result, bool> ? Result{} : static_cast<Result>(-1);
-  }
-
-  Calls& mCalls;
-
- private:
-  Faults& mFaults;
-};
-
 /// The system's calls on open files, of which a test makes some fail.
-class FaultyFiles : public FaultyCalls<FileCalls> {
+class FaultyFiles : public FileCalls {
  public:
-  explicit FaultyFiles(Faults& faults) : FaultyCalls(PosixFileCalls(), faults) {}
+  explicit FaultyFiles(Faults& faults) : mFaults(faults) {}
 
   int OpenToRead(const std::string& path) override {
-    return Do("OpenToRead", &FileCalls::OpenToRead, path);
+    return mFaults.Strike("OpenToRead") ? -1 : mCalls.OpenToRead(path);
   }
   int OpenToWrite(const std::string& path) override {
-    return Do("OpenToWrite", &FileCalls::OpenToWrite, path);
+    return mFaults.Strike("OpenToWrite") ? -1 : mCalls.OpenToWrite(path);
   }
   int CreateNew(const std::string& path, int like) override {
-    return Do("CreateNew", &FileCalls::CreateNew, path, like);
+    return mFaults.Strike("CreateNew") ? -1 : mCalls.CreateNew(path, like);
   }
   bool IsReplaceable(int file, const std::string& folder) override {
     return mCalls.IsReplaceable(file, folder);
   }
-  bool Empty(int file) override { return Do("Empty", &FileCalls::Empty, file); }
+  bool Empty(int file) override { return mCalls.Empty(file); }
   int64_t Read(int file, std::span<char> into) override {
-    return Do("Read", &FileCalls::Read, file, into);
+    return mFaults.Strike("Read") ? -1 : mCalls.Read(file, into);
   }
   int64_t Write(int file, std::string_view bytes) override {
-    return Do("Write", &FileCalls::Write, file, bytes);
+    return mFaults.Strike("Write") ? -1 : mCalls.Write(file, bytes);
   }
-  bool Sync(int file) override { return Do("Sync", &FileCalls::Sync, file); }
+  bool Sync(int file) override { return !mFaults.Strike("Sync") && mCalls.Sync(file); }
   void Close(int file) override { mCalls.Close(file); }
+
+ private:
+  FileCalls& mCalls = PosixFileCalls();
+  Faults& mFaults;
 };
 
 /// The system's calls on names of files, of which a test makes some fail.
-class FaultyFolders : public FaultyCalls<FolderCalls> {
+class FaultyFolders : public FolderCalls {
  public:
-  explicit FaultyFolders(Faults& faults) : FaultyCalls(PosixFolderCalls(), faults) {}
+  explicit FaultyFolders(Faults& faults) : mFaults(faults) {}
 
   bool Exists(const std::string& path) override { return mCalls.Exists(path); }
   bool IsFree(const std::string& path) override { return mCalls.IsFree(path); }
   std::string LinkTarget(const std::string& path) override { return mCalls.LinkTarget(path); }
-  bool MakeFolder(const std::string& path) override {
-    return Do("MakeFolder", &FolderCalls::MakeFolder, path);
-  }
+  bool MakeFolder(const std::string& path) override { return mCalls.MakeFolder(path); }
   bool RenameToNew(const std::string& from, const std::string& to) override {
-    return Do("RenameToNew", &FolderCalls::RenameToNew, from, to);
+    return mCalls.RenameToNew(from, to);
   }
   bool Replace(const std::string& from, const std::string& to) override {
-    return Do("Replace", &FolderCalls::Replace, from, to);
+    return !mFaults.Strike("Replace") && mCalls.Replace(from, to);
   }
   bool Remove(const std::string& path) override { return mCalls.Remove(path); }
   void SyncFolder(const std::string& path) override { mCalls.SyncFolder(path); }
@@ -104,6 +86,10 @@ class FaultyFolders : public FaultyCalls<FolderCalls> {
 
   /// The last type and creator of each file.
   std::map<std::string, std::string> finder_info;
+
+ private:
+  FolderCalls& mCalls = PosixFolderCalls();
+  Faults& mFaults;
 };
 
 }  // namespace quorvel::test

@@ -25,32 +25,14 @@ class Hands {
 
   // What is on the screen.
   [[nodiscard]] virtual bool IsOpen(const std::string& title) = 0;
-  /// As "300x200 from 100x90 to 3000x3000": the content's size, and the user's limits.
-  [[nodiscard]] virtual std::string WindowLook(const std::string& title) = 0;
   [[nodiscard]] virtual std::string ShownText(const std::string& field) = 0;
-  /// As "8,6 301x110" and the kind with the kind's own look: "label 'text' 12px #0000ff
-  /// underlined", "field 12px black on white" with "read-only", "many lines" or "secret", "button
-  /// 'text'", "picture 170" (the number of the picture's resource).
-  [[nodiscard]] virtual std::string LookOf(const std::string& control) = 0;
-  [[nodiscard]] virtual bool HasFingerCursor(const std::string& control) = 0;
-  /// The items that can be chosen once the user has opened the menus over the front window.
-  [[nodiscard]] virtual std::vector<std::string> EnabledItems() = 0;
-  /// The addresses that the browser was asked to open.
-  [[nodiscard]] virtual std::vector<std::string> OpenedUrls() = 0;
   /// The texts of the message boxes so far; each was dismissed as soon as it came up.
   [[nodiscard]] virtual std::vector<std::string> Messages() = 0;
 
   // What the user does.
   virtual void PressCloseButton(const std::string& title) = 0;
   virtual void Resize(const std::string& title, int width, int height) = 0;
-  virtual void BringToFront(const std::string& title) = 0;
-  virtual void Choose(const std::string& item) = 0;
-  virtual void Type(const std::string& field, const std::string& text) = 0;
   virtual void PressButton(const std::string& button) = 0;
-  /// Goes to a link with the keyboard and presses Return there.
-  virtual void FollowLink(const std::string& link) = 0;
-  /// Turns the wheel over a field with Control down; 120 units are a notch away from the user.
-  virtual void TurnWheelWithControl(const std::string& field, int units) = 0;
   virtual void UseMouse(Mouse act, const std::string& title, int x, int y) = 0;
   /// What the desktop does at the end of the session, or else a signal.
   virtual void AskToQuit() = 0;

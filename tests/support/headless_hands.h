@@ -4,7 +4,6 @@
 #include <csignal>
 #include <memory>
 #include <string>
-#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -16,9 +15,6 @@ namespace quorvel {
 /// Hands on a side without a screen.
 class HeadlessHands : public Hands {
  public:
-  HeadlessHands() = default;
-  explicit HeadlessHands(SocketCalls& sockets) : side(sockets) {}
-
   native::Side& Side() override { return side; }
   bool WaitUntil(const std::function<bool()>& reached) override {
     for (int second = 0; second < 100 && !reached(); ++second) {
@@ -31,36 +27,6 @@ class HeadlessHands : public Hands {
 
   bool IsOpen(const std::string& title) override { return side.windows.Find(title) != nullptr; }
   std::string ShownText(const std::string& field) override { return Control(field)->text; }
-  std::string WindowLook(const std::string& title) override {
-    const auto& state = side.windows.Find(title)->state;
-    const auto [least_width, least_height, most_width, most_height] =
-        state.Resizeable
-            ? std::tuple(state.MinWidth, state.MinHeight, state.MaxWidth, state.MaxHeight)
-            : std::tuple(state.Width, state.Height, state.Width, state.Height);
-    return Size(state.Width, state.Height) + " from " + Size(least_width, least_height) + " to " +
-           Size(most_width, most_height);
-  }
-  std::string LookOf(const std::string& control) override {
-    const auto shown = Control(control);
-    const auto& state = shown->State();
-    return std::to_string(state.Left) + "," + std::to_string(state.Top) + " " +
-           Size(state.Width, state.Height) + " " +
-           std::visit([](const auto& kind) { return KindLook(kind); }, shown->kind);
-  }
-  bool HasFingerCursor(const std::string& control) override {
-    return Control(control)->State().FingerPointer;
-  }
-  std::vector<std::string> EnabledItems() override {
-    side.windows.menu_listener->OnMenuNeeded();
-    std::vector<std::string> enabled;
-    for (const auto& menu : side.windows.menus) {
-      for (const auto& item : menu.Children) {
-        if (item.Enabled) enabled.push_back(item.Name);
-      }
-    }
-    return enabled;
-  }
-  std::vector<std::string> OpenedUrls() override { return side.desktop.urls; }
   std::vector<std::string> Messages() override { return side.dialogs.messages; }
 
   void PressCloseButton(const std::string& title) override { Listener(title).OnCloseRequested(); }
@@ -68,34 +34,10 @@ class HeadlessHands : public Hands {
     Listener(title).OnResized(width, height, true);
     Listener(title).OnResized(width, height, false);
   }
-  void BringToFront(const std::string& title) override { side.windows.BringToFront(title); }
-  void Choose(const std::string& item) override { side.windows.menu_listener->OnMenuChosen(item); }
-  void Type(const std::string& field, const std::string& text) override {
-    const auto control = Control(field);
-    const auto& state = std::get<native::TextFieldState>(control->kind);
-    for (const char c : text) {
-      const bool fits = state.LimitText == 0 || std::ssize(control->text) < state.LimitText;
-      if (fits && (state.Multiline || c != '\n')) control->text += c;
-    }
-    control->field_listener->OnEdited(control->text);
-  }
+  void Choose(const std::string& item) { side.windows.menu_listener->OnMenuChosen(item); }
   void PressButton(const std::string& button) override {
     const auto pressed = Control(button)->pressed;
     pressed();
-  }
-  void FollowLink(const std::string& link) override {
-    const auto shown = Control(link);
-    const auto& state = std::get<native::LabelState>(shown->kind);
-    if (!state.Link) return;
-    const native::Point middle{state.Left + state.Width / 2, state.Top + state.Height / 2};
-    auto& window = *side.windows.open.front()->listener;
-    window.OnMousePressed(middle);
-    window.OnMouseReleased(middle);
-  }
-  void TurnWheelWithControl(const std::string&, int units) override {
-    for (int notch = 0; notch < std::abs(units) / 120; ++notch) {
-      side.windows.menu_listener->OnShortcut(units > 0 ? "Cmd++" : "Cmd+-");
-    }
   }
   void UseMouse(Mouse act, const std::string& title, int x, int y) override {
     auto& window = Listener(title);
@@ -111,24 +53,6 @@ class HeadlessHands : public Hands {
   test::Side side;
 
  private:
-  static std::string Size(int32_t width, int32_t height) {
-    return std::to_string(width) + "x" + std::to_string(height);
-  }
-  static std::string KindLook(const native::LabelState& label) {
-    return "label '" + label.Text + "' " + std::to_string(label.TextSize) + "px " +
-           label.TextColor + (label.Underline ? " underlined" : "");
-  }
-  static std::string KindLook(const native::TextFieldState& field) {
-    return "field " + std::to_string(field.TextSize) + "px " + field.TextColor + " on " +
-           field.BackColor + (field.ReadOnly ? " read-only" : "") +
-           (field.Multiline ? " many lines" : "") + (field.Password ? " secret" : "");
-  }
-  static std::string KindLook(const native::ButtonState& button) {
-    return "button '" + button.Caption + "'";
-  }
-  static std::string KindLook(const native::CanvasState& canvas) {
-    return "picture " + canvas.Backdrop.stem().string();
-  }
   std::shared_ptr<test::ShownControl> Control(const std::string& name) {
     return side.windows.FindControl(name);
   }

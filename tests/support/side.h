@@ -13,7 +13,6 @@
 
 #include "native/native.h"
 #include "support/faulty_files.h"
-#include "support/printing.h"
 #include "support/scripted_loop.h"
 #include "support/scripted_sockets.h"
 #include "support/windows.h"
@@ -33,29 +32,20 @@ class Dialogs : public native::Dialogs {
     return std::exchange(save_answer, std::nullopt);
   }
   std::unique_ptr<native::PageSetup> AskPageSetup() override {
-    ++page_setups;
     auto setup = accepts_page_setup ? std::make_unique<native::PageSetup>() : nullptr;
     page_setup = setup.get();
     return setup;
   }
   std::unique_ptr<native::PrintJob> AskPrint(native::PageSetup* setup) override {
-    if (setup != page_setup) return nullptr;
-    if (start_print) return start_print();
-    return print_answer ? StartPrint(*print_answer, print) : nullptr;
+    return setup == page_setup && start_print ? start_print() : nullptr;
   }
 
   std::vector<std::string> messages;
   std::vector<native::SaveQuestion> save_questions;
-  /// The answer to page setups, and how many there were.
   bool accepts_page_setup = true;
-  int page_setups = 0;
   /// The last answer. A print dialog that is given another page setup is cancelled.
   native::PageSetup* page_setup = nullptr;
   /// The answer to print dialogs; nothing cancels.
-  std::optional<PrintAnswer> print_answer;
-  /// The last print job.
-  Print print;
-  /// Makes other print jobs than those of the answer.
   std::function<std::unique_ptr<native::PrintJob>()> start_print;
   /// The answer to the next save dialog; nothing cancels.
   std::optional<std::filesystem::path> save_answer;
@@ -77,14 +67,13 @@ class Desktop : public native::Desktop {
   std::optional<int32_t> Gestalt(std::string_view selector) override {
     return selector == "sysv" ? system_version : std::nullopt;
   }
-  void OpenUrl(std::string_view url) override { urls.emplace_back(url); }
+  void OpenUrl(std::string_view) override {}
   void PlaySound(const std::filesystem::path& file) override { sounds.push_back(file); }
   void ReportError(std::string_view line) override { errors.emplace_back(line); }
 
   std::filesystem::path documents;
   std::chrono::system_clock::time_point now;
   std::optional<int32_t> system_version;
-  std::vector<std::string> urls;
   std::vector<std::filesystem::path> sounds;
   std::vector<std::string> errors;
 };

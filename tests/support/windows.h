@@ -61,7 +61,7 @@ class Window : public native::Window {
  public:
   Window(ShownWindows& open, native::WindowListener& listener) : mOpen(open) {
     mShown->listener = &listener;
-    mOpen.insert(mOpen.begin(), mShown);
+    Window::Show();
   }
   ~Window() override { std::erase(mOpen, mShown); }
 
@@ -103,15 +103,10 @@ class Windows : public native::Windows {
   std::unique_ptr<native::Window> Create(native::WindowListener& listener) override {
     return std::make_unique<Window>(open, listener);
   }
-  void ShowMenuBar(const std::vector<native::MenuEntry>& menus_now,
-                   native::MenuListener& listener) override {
-    menus = menus_now;
+  void ShowMenuBar(const std::vector<native::MenuEntry>&, native::MenuListener& listener) override {
     menu_listener = &listener;
   }
-  void ForgetMenuBar() override {
-    menus.clear();
-    menu_listener = nullptr;
-  }
+  void ForgetMenuBar() override { menu_listener = nullptr; }
 
   /// The open window of that title, or null.
   [[nodiscard]] std::shared_ptr<ShownWindow> Find(std::string_view title) const {
@@ -128,14 +123,8 @@ class Windows : public native::Windows {
     }
     return nullptr;
   }
-  void BringToFront(std::string_view title) {
-    const auto window = std::ranges::find(open, Find(title));
-    std::rotate(open.begin(), window, window + 1);
-    open.front()->listener->OnActivated();
-  }
 
   ShownWindows open;
-  std::vector<native::MenuEntry> menus;
   native::MenuListener* menu_listener = nullptr;
 };
 

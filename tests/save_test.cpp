@@ -1,0 +1,67 @@
+// The command Save of the log window.
+
+#include <cerrno>
+#include <chrono>
+#include <ctime>
+#include <iomanip>
+#include <sstream>
+
+#include "log/main_window.h"
+#include "support/program.h"
+
+namespace quorvel {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class Save : public Program {
+ protected:
+  Save() { Start("1.0.5\nMaple"); }
+
+  static void LogHolds(const std::string& bytes) { wMain()->efLog()->Text(Text::FromBytes(bytes)); }
+  void SaveAs(const std::filesystem::path& path) {
+    mSide.dialogs.save_answer = path;
+    mHands.Choose("FileSave");
+  }
+};
+
+TEST_F(Save, AnEmptyLogAsksNothing) {
+  mHands.Choose("FileSave");
+  mHands.Choose("FilePrint");
+  EXPECT_THAT(Messages(), ElementsAre("There is nothing to save.", "There is nothing to print."));
+  EXPECT_THAT(mSide.dialogs.save_questions, IsEmpty());
+}
+
+TEST_F(Save, TheReportIsNamedAfterTheMinuteAndHoldsValidUtf8) {
+  std::tm five_past_nine{};
+  std::istringstream("2008-3-7 9:05") >> std::get_time(&five_past_nine, "%Y-%m-%d %H:%M");
+  five_past_nine.tm_isdst = -1;
+  mSide.desktop.now = std::chrono::system_clock::from_time_t(std::mktime(&five_past_nine));
+  LogHolds("\xC3\xA9 \xE9\r\n");
+  SaveAs(mFolder.Path() / "report.txt");
+  EXPECT_EQ(mSide.dialogs.save_questions.front().default_name, "Quorvel Report 3-7-2008 9-5.txt");
+  EXPECT_EQ(ReadFile(mFolder.Path() / "report.txt"), "\xC3\xA9 \xC3\xA9\r\n");
+  EXPECT_EQ(mSide.folders.finder_info[mFolder.Path() / "report.txt"], "textQVL7");
+}
+
+TEST_F(Save, NamesGetTheExtensionOnceAndAFailureIsSilent) {
+  using Case = std::pair<std::string, const char*>;
+  LogHolds("text");
+  WriteFile(mFolder.Path() / "taken.txt", "precious");
+  // Where the name with the extension is taken, the file keeps the name that the user gave.
+  for (const auto& [typed, saved] :
+       {Case{"report.TXT", "report.TXT"}, Case{"a", "a.txt"}, Case{".txt", ".txt"},
+        Case{"log.text", "log.text.txt"}, Case{"taken", "taken"}}) {
+    SaveAs(mFolder.Path() / typed);
+    EXPECT_EQ(ReadFile(mFolder.Path() / saved), "text") << typed;
+  }
+  EXPECT_EQ(ReadFile(mFolder.Path() / "taken.txt"), "precious");
+  mHands.Choose("FileSave");
+  mSide.faults.Arrange("Write", 1, ENOSPC);
+  SaveAs(mFolder.Path() / "full.txt");
+  EXPECT_THAT(Messages(), IsEmpty());
+}
+
+}  // namespace
+}  // namespace quorvel
