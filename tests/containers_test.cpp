@@ -56,6 +56,11 @@ TEST(Dictionary, NumbersKeysInTheOrderOfFirstAssignment) {
   EXPECT_EQ(senders.Lookup("10.0.0.3", "none").Bytes(), "none");
   EXPECT_THROW(static_cast<void>(senders.Value("10.0.0.3")), KeyNotFoundException);
   EXPECT_THROW(static_cast<void>(senders.Key(2)), OutOfBoundsException);
+  Dictionary copy = senders;
+  senders = Dictionary();
+  EXPECT_EQ(copy.Append("10.0.0.1", "b"), 1);
+  EXPECT_EQ(copy.Append("10.0.0.3", "d"), 2);
+  EXPECT_EQ(copy.Value("10.0.0.1").Bytes(), "ab");
 }
 
 }  // namespace

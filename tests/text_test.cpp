@@ -40,6 +40,10 @@ TEST(Text, JoinsAndCutsLikePlainStrings) {
     if (below(3) > 0 && strings[a].size() + strings[b].size() < 20000) {
       texts[to] = texts[a] + texts[b];
       strings[to] = strings[a] + strings[b];
+    } else if (below(3) == 0 && strings[a].size() + strings[b].size() < 20000) {
+      texts[a] += texts[b];
+      strings[a] += std::string(strings[b]);
+      ASSERT_EQ(Bytes(texts[a]), strings[a]);
     } else if (below(4) == 0) {
       strings[to] = std::string(below(300), static_cast<char>(below(256)));
       texts[to] = Text::FromBytes(strings[to]);
