@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "platform/values/dictionary.h"
 #include "platform/values/exceptions.h"
 #include "platform/values/memory_block.h"
 
@@ -36,6 +37,24 @@ TEST(MemoryBlock, AWriteChangesNoText) {
   block.StringValue(0, 2, "ab");
   EXPECT_EQ(All(block), "ab345678");
   EXPECT_EQ(text.Bytes(), "12345678");
+}
+
+TEST(Dictionary, NumbersKeysInTheOrderOfFirstAssignment) {
+  Dictionary senders;
+  senders.Value("10.0.0.2", "b");
+  senders.Value("10.0.0.1", "a");
+  senders.Value("10.0.0.2", "c");
+  EXPECT_EQ(senders.Count(), 2);
+  EXPECT_EQ(senders.Key(0).Bytes(), "10.0.0.2");
+  EXPECT_EQ(senders.Value("10.0.0.2").Bytes(), "c");
+  EXPECT_EQ(senders.Lookup("10.0.0.3", "none").Bytes(), "none");
+  EXPECT_THROW(static_cast<void>(senders.Value("10.0.0.3")), KeyNotFoundException);
+  EXPECT_THROW(static_cast<void>(senders.Key(2)), OutOfBoundsException);
+  Dictionary copy = senders;
+  senders = Dictionary();
+  EXPECT_EQ(copy.Append("10.0.0.1", "b"), 1);
+  EXPECT_EQ(copy.Append("10.0.0.3", "d"), 2);
+  EXPECT_EQ(copy.Value("10.0.0.1").Bytes(), "ab");
 }
 
 }  // namespace

@@ -3,7 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <limits>
+#include <random>
 #include <string>
 #include <utility>
 #include <vector>
@@ -21,6 +23,38 @@ std::vector<std::string> Bytes(const std::vector<Text>& texts) {
   all.reserve(texts.size());
   for (const auto& text : texts) all.push_back(Bytes(text));
   return all;
+}
+
+// Random joins and cuts of texts equal those of plain strings, and change no other text.
+// QUORVEL_SEED repeats a run.
+TEST(Text, JoinsAndCutsLikePlainStrings) {
+  const char* const given = std::getenv("QUORVEL_SEED");
+  const unsigned long seed = given ? std::strtoul(given, nullptr, 10) : std::random_device{}();
+  SCOPED_TRACE("QUORVEL_SEED=" + std::to_string(seed));
+  std::mt19937 random(seed);
+  const auto below = [&](size_t limit) { return random() % limit; };
+  std::vector<Text> texts(8);
+  std::vector<std::string> strings(8);
+  for (int step = 0; step < 20000; ++step) {
+    const size_t to = below(8), a = below(8), b = below(8);
+    if (below(3) > 0 && strings[a].size() + strings[b].size() < 20000) {
+      texts[to] = texts[a] + texts[b];
+      strings[to] = strings[a] + strings[b];
+    } else if (below(3) == 0 && strings[a].size() + strings[b].size() < 20000) {
+      texts[a] += texts[b];
+      strings[a] += std::string(strings[b]);
+      ASSERT_EQ(Bytes(texts[a]), strings[a]);
+    } else if (below(4) == 0) {
+      strings[to] = std::string(below(300), static_cast<char>(below(256)));
+      texts[to] = Text::FromBytes(strings[to]);
+    } else {
+      const size_t cut = below(strings[a].size() + 2);
+      texts[to] = MidB(texts[a], static_cast<int32_t>(cut) + 1);
+      strings[to] = cut <= strings[a].size() ? strings[a].substr(cut) : "";
+    }
+    ASSERT_EQ(Bytes(texts[to]), strings[to]);
+    ASSERT_EQ(Bytes(texts[b]), strings[b]);
+  }
 }
 
 TEST(Text, JoiningAtTheEndMovesTheBytesRarely) {

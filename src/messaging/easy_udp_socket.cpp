@@ -19,6 +19,8 @@ constexpr int32_t kMostHops = 255;
 void EasyUDPSocket::Constructor() {
   mHashBins = ToInt32(Pow(2, 24));
   mBuffers = Dictionary();
+  mListed.clear();
+  mIsStuck = false;
   mWaitForThisCommand = kNoWait;
 }
 

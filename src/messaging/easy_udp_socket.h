@@ -1,12 +1,22 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
+#include <vector>
 
 #include "platform/network/sockets.h"
 #include "platform/values/dictionary.h"
 #include "platform/values/memory_block.h"
 
 namespace quorvel {
+
+/// Bytes that a sender's stream holds and that no look can deliver: a packet of which bytes are
+/// missing, or a header with the length 0.
+struct UnfinishedStream {
+  Text from;              ///< the sender's dotted address
+  int64_t held = 0;       ///< bytes
+  int32_t announced = 0;  ///< the packet's length; 2147483647 when fewer than 4 bytes are held
+};
 
 /// Group messaging in a few calls: bind to a port, register a group name, send numbered commands
 /// with data to a group or to one host, and get each message as an event.
@@ -45,6 +55,10 @@ class EasyUDPSocket : public UDPSocket {
   /// Command -1 cannot be awaited.
   virtual Text WaitForMessage(int32_t command, Text& from);
 
+  /// The streams that wait for more bytes of their senders, in the order in which the senders were
+  /// first heard. Looks at every sender that was ever heard.
+  [[nodiscard]] std::vector<UnfinishedStream> Unfinished() const;
+
  protected:
   /// An operation has failed; `code` is the `LastErrorCode` of the operation.
   virtual void Event_Error(int32_t code);
@@ -56,6 +70,9 @@ class EasyUDPSocket : public UDPSocket {
   [[nodiscard]] Text HashGroupNameToIP(const Text& group) const;
   [[nodiscard]] static MemoryBlock CreatePacket(int32_t command, const Text& data);
   void ProcessData();
+  bool Sweep();
+  bool TakeMessage(int32_t index);
+  void NoteIdleLook(int32_t index);
   bool CheckForSingleMessage(const Text& from, const Text& buffer, int32_t& consumed);
   [[nodiscard]] static bool IsClassDAddress(const Text& group);
   bool WaitingForThisMessage(int32_t command, const Text& data, const Text& from);
@@ -65,6 +82,12 @@ class EasyUDPSocket : public UDPSocket {
   int32_t mHashBins = 0;
   /// The undelivered bytes of each sender's address. An address stays once added.
   Dictionary mBuffers;
+  /// The senders whose buffers may hold a complete packet, by their index in `mBuffers`, each with
+  /// the number of looks in a row at a packet that takes nothing off the buffer. All others need no
+  /// look until more of their bytes come.
+  std::map<int32_t, int> mListed;
+  /// Whether a sender left the list because of such a packet since the last exception about one.
+  bool mIsStuck = false;
   int32_t mWaitForThisCommand = kNoWait;
   Text mCommandResponse;
   Text mMessageFrom;

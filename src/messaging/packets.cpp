@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <cstdint>
 #include <limits>
+#include <utility>
 
 #include "messaging/easy_udp_socket.h"
 #include "platform/runtime/runtime.h"
+#include "platform/values/exceptions.h"
 
 namespace quorvel {
 
@@ -13,6 +15,8 @@ namespace {
 constexpr int32_t kLengthOffset = 0;
 constexpr int32_t kCommandOffset = 4;
 constexpr int32_t kHeaderSize = 8;
+// After so many looks in a row at a packet of no length, no look can change anything.
+constexpr int kMostIdleLooks = 2;
 
 // The length field has 31 bits: a packet is cut below 2 GiB, far above the limit of a datagram.
 int32_t PacketSize(const Text& data) {
@@ -23,6 +27,15 @@ int32_t PacketSize(const Text& data) {
 // A packet length below the header's size, or below 0, means an empty payload.
 int32_t PayloadSize(int32_t packet_length) {
   return packet_length < kHeaderSize ? 0 : packet_length - kHeaderSize;
+}
+
+// A block that shares the buffer's bytes. Of a buffer above 2 GiB the block has the first 2 GiB,
+// which is room for the longest packet.
+MemoryBlock BlockOf(const Text& buffer) {
+  MemoryBlock block(LenB(buffer));
+  block.LittleEndian(false);
+  block.StringValue(0, block.Size(), buffer);
+  return block;
 }
 }  // namespace
 
@@ -38,8 +51,8 @@ MemoryBlock EasyUDPSocket::CreatePacket(int32_t command, const Text& data) {
 void EasyUDPSocket::Event_DataAvailable() {
   do {
     const auto datagram = UDPSocket::Read(Nil);
-    const Text address = datagram->Address();
-    mBuffers.Value(address, mBuffers.Lookup(address, "") + datagram->Data());
+    const int32_t index = mBuffers.Append(datagram->Address(), datagram->Data());
+    if (!datagram->Data().IsEmpty()) mListed[index] = 0;
     RuntimeBackgroundTask();
   } while (PacketsAvailable() != 0);
   ProcessData();
@@ -48,34 +61,55 @@ void EasyUDPSocket::Event_DataAvailable() {
 // Each sweep takes at most one packet of each sender, so that senders take turns. Sweeps go on
 // until a sweep finds no packet.
 void EasyUDPSocket::ProcessData() {
-  StackCheck stack;
-  bool found = true;
-  while (found) {
-    found = false;
-    auto sweep = StackCheck::Sweep::Unchanged;
-    const int32_t count = mBuffers.Count();
-    for (int32_t index = 0; index < count; ++index) {
-      const Text from = mBuffers.Key(index);
-      const Text buffer = mBuffers.Value(from);
-      int32_t consumed = 0;
-      if (CheckForSingleMessage(from, buffer, consumed)) {
-        const Text rest = MidB(buffer, int64_t{consumed} + 1);
-        mBuffers.Value(from, rest);
-        found = true;
-        if (LenB(rest) != LenB(buffer)) sweep = StackCheck::Sweep::Changed;
-      }
-      RuntimeBackgroundTask();
-    }
-    if (found) stack.Deeper(sweep);
+  while (Sweep()) continue;
+  if (std::exchange(mIsStuck, false)) {
+    throw StackOverflowException("A sender's data would have been handled without end.");
   }
+}
+
+// The walk looks up its next sender after each look, because a handler can turn the event loop and
+// so change the list.
+bool EasyUDPSocket::Sweep() {
+  bool found = false;
+  const int32_t count = mBuffers.Count();
+  auto sender = mListed.begin();
+  while (sender != mListed.end() && sender->first < count) {
+    const int32_t index = sender->first;
+    if (TakeMessage(index)) found = true;
+    RuntimeBackgroundTask();
+    sender = mListed.upper_bound(index);
+  }
+  return found;
+}
+
+bool EasyUDPSocket::TakeMessage(int32_t index) {
+  const Text from = mBuffers.Key(index);
+  const Text buffer = mBuffers.Value(from);
+  if (BlockOf(buffer).Long(kLengthOffset) == 0) NoteIdleLook(index);
+  int32_t consumed = 0;
+  if (!CheckForSingleMessage(from, buffer, consumed)) {
+    mListed.erase(index);
+    mBuffers.Value(from, buffer.Compact());
+    return false;
+  }
+  mBuffers.Value(from, MidB(buffer, int64_t{consumed} + 1));
+  // A look nested in the handler can have emptied the buffer and taken the sender off the list. The
+  // rest of this look's copy then goes back into the buffer, and may hold complete packets.
+  if (consumed != 0) mListed[index] = 0;
+  return true;
+}
+
+// Counts before the handler runs, so that the sender leaves the list even if the handler raises.
+void EasyUDPSocket::NoteIdleLook(int32_t index) {
+  if (++mListed[index] < kMostIdleLooks) return;
+  mListed.erase(index);
+  mIsStuck = true;
 }
 
 bool EasyUDPSocket::CheckForSingleMessage(const Text& from, const Text& buffer, int32_t& consumed) {
   if (LenB(buffer) == 0) return false;
   consumed = 0;
-  MemoryBlock block(LenB(buffer));
-  block.LittleEndian(false);
-  block.StringValue(0, block.Size(), buffer);
+  const MemoryBlock block = BlockOf(buffer);
   const int32_t packet_length = block.Long(kLengthOffset);
   if (block.Size() < packet_length) return false;
   const int32_t command = block.Long(kCommandOffset);
@@ -86,6 +120,20 @@ bool EasyUDPSocket::CheckForSingleMessage(const Text& from, const Text& buffer, 
   }
   consumed = packet_length;
   return true;
+}
+
+std::vector<UnfinishedStream> EasyUDPSocket::Unfinished() const {
+  std::vector<UnfinishedStream> unfinished;
+  for (int32_t index = 0; index < mBuffers.Count(); ++index) {
+    const Text from = mBuffers.Key(index);
+    const Text buffer = mBuffers.Value(from);
+    const auto held = static_cast<int64_t>(buffer.Bytes().size());
+    const int32_t announced = BlockOf(buffer).Long(kLengthOffset);
+    if (held != 0 && (announced == 0 || announced > held)) {
+      unfinished.push_back({from, held, announced});
+    }
+  }
+  return unfinished;
 }
 
 bool EasyUDPSocket::WaitingForThisMessage(int32_t command, const Text& data, const Text& from) {

@@ -145,11 +145,4 @@ void RuntimeClient::DoEvents(int32_t milliseconds) {
   Nested([&] { Native().Loop().Turn(most_ms); });
 }
 
-void StackCheck::Deeper(Sweep sweep) {
-  mUnchangedInARow = sweep == Sweep::Changed ? 0 : mUnchangedInARow + 1;
-  if (mUnchangedInARow >= 2) {
-    throw StackOverflowException("A sender's data would have been handled without end.");
-  }
-}
-
 }  // namespace quorvel

@@ -104,17 +104,4 @@ std::invoke_result_t<Call> Nested(const Call& call) {
 /// nobody takes the turn.
 inline void RuntimeBackgroundTask() {}
 
-/// Guards a loop that replaces unbounded recursion: a loop uses up no machine stack, so the count
-/// of idle sweeps takes the place of a stack overflow.
-class StackCheck {
- public:
-  enum class Sweep : uint8_t { Changed, Unchanged };
-  /// Counts a sweep. The second sweep in a row that changes nothing raises
-  /// `StackOverflowException`, because no later sweep can change anything either.
-  void Deeper(Sweep sweep);
-
- private:
-  int mUnchangedInARow = 0;
-};
-
 }  // namespace quorvel

@@ -1,5 +1,7 @@
 #include "platform/values/dictionary.h"
 
+#include <random>
+
 #include "platform/values/exceptions.h"
 
 namespace quorvel {
@@ -9,9 +11,25 @@ Text Dictionary::Key(int32_t index) const {
   return mEntries[static_cast<size_t>(index)].key;
 }
 
+size_t Dictionary::Hash::operator()(std::string_view key) const {
+  constexpr size_t kPrime = 1099511628211U;
+  static const size_t seed = std::random_device{}();
+  size_t hash = seed;
+  for (const char byte : key) hash = (hash ^ static_cast<uint8_t>(byte)) * kPrime;
+  return hash ^ (hash >> 29);
+}
+
 const Dictionary::Entry* Dictionary::Find(const Text& key) const {
-  const auto found = mIndexOf.find(std::string(key.Bytes()));
+  const auto found = mIndexOf.find(key.Bytes());
   return found == mIndexOf.end() ? nullptr : &mEntries[found->second];
+}
+
+size_t Dictionary::FindOrAdd(const Text& key) {
+  const auto found = mIndexOf.find(key.Bytes());
+  if (found != mIndexOf.end()) return found->second;
+  mEntries.push_back({key, {}});
+  mIndexOf.emplace(mEntries.back().key.Bytes(), mEntries.size() - 1);
+  return mEntries.size() - 1;
 }
 
 bool Dictionary::HasKey(const Text& key) const { return Find(key) != nullptr; }
@@ -23,12 +41,13 @@ Text Dictionary::Value(const Text& key) const {
 }
 
 void Dictionary::Value(const Text& key, const Text& value) {
-  const auto [found, added] = mIndexOf.try_emplace(std::string(key.Bytes()), mEntries.size());
-  if (added) {
-    mEntries.push_back({key, value});
-  } else {
-    mEntries[found->second].value = value;
-  }
+  mEntries[FindOrAdd(key)].value = value;
+}
+
+int32_t Dictionary::Append(const Text& key, const Text& tail) {
+  const size_t index = FindOrAdd(key);
+  mEntries[index].value += tail;
+  return static_cast<int32_t>(index);
 }
 
 Text Dictionary::Lookup(const Text& key, const Text& fallback) const {

@@ -1,9 +1,10 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
-#include <string>
+#include <deque>
+#include <string_view>
 #include <unordered_map>
-#include <vector>
 
 #include "platform/values/text.h"
 
@@ -21,6 +22,9 @@ class Dictionary {
   [[nodiscard]] Text Value(const Text& key) const;
   /// Assigns the value. A new key comes after all other keys.
   void Value(const Text& key, const Text& value);
+  /// Joins `tail` to the end of the key's value, empty for a new key, without a second copy of the
+  /// value. Returns the index of the key.
+  int32_t Append(const Text& key, const Text& tail);
   /// The value of `key`, or `fallback` when the dictionary does not have the key.
   [[nodiscard]] Text Lookup(const Text& key, const Text& fallback) const;
 
@@ -29,10 +33,16 @@ class Dictionary {
     Text key;
     Text value;
   };
+  /// Seeded by chance, so that no stranger can choose keys that share a bucket.
+  struct Hash {
+    size_t operator()(std::string_view key) const;
+  };
   [[nodiscard]] const Entry* Find(const Text& key) const;
+  size_t FindOrAdd(const Text& key);
 
-  std::vector<Entry> mEntries;
-  std::unordered_map<std::string, size_t> mIndexOf;
+  std::deque<Entry> mEntries;
+  // Views of the bytes of the entries' keys, which copies of the dictionary share.
+  std::unordered_map<std::string_view, size_t, Hash> mIndexOf;
 };
 
 }  // namespace quorvel

@@ -1,8 +1,8 @@
 #include "platform/values/shared_bytes.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <cstring>
-#include <memory>
 #include <new>
 #include <utility>
 
@@ -13,6 +13,9 @@ namespace {
 // stream cut at the front does not keep the delivered bytes in memory. Small buffers are exempt.
 constexpr size_t kSparse = 4;
 constexpr size_t kSmallBuffer = 4096;
+
+// The capacity of a buffer for a value of `size` bytes that is to grow.
+size_t Roomy(size_t size) { return size + std::max<size_t>(size / 2, 64); }
 }  // namespace
 
 struct SharedBytes::Buffer {
@@ -23,12 +26,23 @@ struct SharedBytes::Buffer {
   char* Data() { return reinterpret_cast<char*>(this + 1); }
 
   static Buffer* Make(size_t capacity) {
-    auto* buffer = new (::operator new(sizeof(Buffer) + capacity)) Buffer;
+    void* const memory = std::malloc(sizeof(Buffer) + capacity);
+    if (memory == nullptr) throw std::bad_alloc();
+    auto* buffer = new (memory) Buffer;
     buffer->capacity = capacity;
     return buffer;
   }
+  // The buffer's first bytes in a buffer of another size. The old buffer stays when memory is
+  // short.
+  static Buffer* Resized(Buffer* buffer, size_t capacity) {
+    void* const memory = std::realloc(buffer, sizeof(Buffer) + capacity);
+    if (memory == nullptr) throw std::bad_alloc();
+    auto* const resized = static_cast<Buffer*>(memory);
+    resized->capacity = capacity;
+    return resized;
+  }
   static void Release(Buffer* buffer) {
-    if (buffer != nullptr && --buffer->references == 0) ::operator delete(buffer);
+    if (buffer != nullptr && --buffer->references == 0) std::free(buffer);
   }
   std::string_view Append(std::string_view bytes) {
     char* const start = Data() + used;
@@ -65,22 +79,47 @@ SharedBytes SharedBytes::Slice(size_t offset, size_t length) const {
   return {mBuffer, mView.substr(offset, length)};
 }
 
+bool SharedBytes::HasRoomFor(size_t tail) const {
+  const bool at_end = mView.data() + mView.size() == mBuffer->Data() + mBuffer->used;
+  const bool fits = mBuffer->capacity - mBuffer->used >= tail;
+  const bool sparse =
+      mBuffer->capacity > kSmallBuffer && mView.size() + tail < mBuffer->capacity / kSparse;
+  return at_end && fits && !sparse;
+}
+
 SharedBytes SharedBytes::Joined(std::string_view tail) const {
   if (tail.empty()) return *this;
   if (mView.empty()) return Copy(tail);
   const size_t size = mView.size() + tail.size();
-  const bool at_end = mView.data() + mView.size() == mBuffer->Data() + mBuffer->used;
-  const bool fits = mBuffer->capacity - mBuffer->used >= tail.size();
-  const bool sparse = mBuffer->capacity > kSmallBuffer && size < mBuffer->capacity / kSparse;
-  if (at_end && fits && !sparse) {
+  if (HasRoomFor(tail.size())) {
     mBuffer->Append(tail);
     ++mBuffer->references;
     return {mBuffer, {mView.data(), size}};
   }
-  Buffer* const buffer = Buffer::Make(size + std::max<size_t>(size / 2, 64));
+  Buffer* const buffer = Buffer::Make(Roomy(size));
   const char* const start = buffer->Append(mView).data();
   buffer->Append(tail);
   return {buffer, {start, size}};
+}
+
+void SharedBytes::Append(std::string_view tail) {
+  const bool shared = mBuffer == nullptr || mBuffer->references > 1;
+  if (shared || tail.empty() || HasRoomFor(tail.size())) {
+    *this = Joined(tail);
+    return;
+  }
+  const size_t held = mView.size();
+  std::memmove(mBuffer->Data(), mView.data(), held);
+  mBuffer->used = held;
+  mView = {mBuffer->Data(), held};
+  mBuffer = Buffer::Resized(mBuffer, Roomy(held + tail.size()));
+  mBuffer->Append(tail);
+  mView = {mBuffer->Data(), held + tail.size()};
+}
+
+SharedBytes SharedBytes::Compact() const {
+  const bool dense = mBuffer == nullptr || mBuffer->capacity <= 2 * mView.size() + kSmallBuffer;
+  return dense ? *this : Copy(mView);
 }
 
 }  // namespace quorvel

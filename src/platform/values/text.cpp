@@ -88,6 +88,21 @@ bool Text::Extends(const Text& prefix) const {
   return mBytes.StartsWhere(prefix.mBytes) || Bytes().starts_with(prefix.Bytes());
 }
 
+Text Text::Compact() const {
+  Text compact = *this;
+  compact.mBytes = mBytes.Compact();
+  return compact;
+}
+
+Text& Text::operator+=(const Text& tail) {
+  if (IsEmpty() || &tail == this) return *this = *this + tail;
+  mBytes.Append(tail.Bytes());
+  mEncoding = std::max(mEncoding, tail.mEncoding);
+  mCount = kUnknown;
+  mLastIndex = mLastOffset = 0;
+  return *this;
+}
+
 Text operator+(const Text& left, const Text& right) {
   Text joined;
   joined.mBytes = left.IsEmpty() ? right.mBytes : left.mBytes.Joined(right.Bytes());

@@ -20,7 +20,8 @@ inline constexpr TextEncoding UTF8 = TextEncoding::UTF8;
 ///
 /// A text is a view of a shared buffer. `a + b` writes `b` behind `a` in the same buffer when `a`
 /// ends the used part of the buffer, so that a log grown line by line costs the length of each
-/// line, not of the log. Parts of a text are views as well. The bytes of a text never change.
+/// line, not of the log. Parts of a text are views as well. A text changes only by assignment and
+/// `+=`, and no other text with it.
 ///
 /// A character is a well-formed UTF-8 sequence, or any other single byte. The functions below count
 /// positions from 1, the members count indexes and offsets from 0. For one thread only.
@@ -32,7 +33,7 @@ class Text {
   /// A text with a copy of `bytes`. Any bytes are allowed.
   static Text FromBytes(std::string_view bytes, TextEncoding encoding = TextEncoding::None);
 
-  /// The bytes, valid as long as this text or a copy of this text.
+  /// The bytes, valid until this text is changed and no copy of this text is left.
   [[nodiscard]] std::string_view Bytes() const { return mBytes.View(); }
   [[nodiscard]] TextEncoding Encoding() const { return mEncoding; }
   [[nodiscard]] bool IsEmpty() const { return mBytes.View().empty(); }
@@ -50,6 +51,12 @@ class Text {
   /// made by joining to the end of `prefix` in the same buffer.
   [[nodiscard]] bool Extends(const Text& prefix) const;
 
+  /// The same text, without the memory of a much longer text of which this text was a part.
+  [[nodiscard]] Text Compact() const;
+
+  /// Joins `tail` to the end of this text. Takes the memory of one text, not two, as far as no
+  /// other text shares the bytes.
+  Text& operator+=(const Text& tail);
   /// Marked UTF-8 when either text is.
   friend Text operator+(const Text& left, const Text& right);
 
