@@ -1,12 +1,21 @@
 #pragma once
 
 #include <cstdint>
+#include <vector>
 
 #include "platform/network/sockets.h"
 #include "platform/values/dictionary.h"
 #include "platform/values/memory_block.h"
 
 namespace quorvel {
+
+/// Bytes that a sender's stream holds and that no look can deliver: a packet of which bytes are
+/// missing, or a header with the length 0.
+struct UnfinishedStream {
+  Text from;              ///< the sender's dotted address
+  int64_t held = 0;       ///< bytes
+  int32_t announced = 0;  ///< the packet's length; 2147483647 when fewer than 4 bytes are held
+};
 
 /// Group messaging in a few calls: bind to a port, register a group name, send numbered commands
 /// with data to a group or to one host, and get each message as an event.
@@ -44,6 +53,10 @@ class EasyUDPSocket : public UDPSocket {
   /// not bound or fails. After a failure, messages are still dropped until a later wait succeeds.
   /// Command -1 cannot be awaited.
   virtual Text WaitForMessage(int32_t command, Text& from);
+
+  /// The streams that wait for more bytes of their senders, in the order in which the senders were
+  /// first heard. Looks at every sender that was ever heard.
+  [[nodiscard]] std::vector<UnfinishedStream> Unfinished() const;
 
  protected:
   /// An operation has failed; `code` is the `LastErrorCode` of the operation.

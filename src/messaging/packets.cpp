@@ -88,6 +88,23 @@ bool EasyUDPSocket::CheckForSingleMessage(const Text& from, const Text& buffer, 
   return true;
 }
 
+std::vector<UnfinishedStream> EasyUDPSocket::Unfinished() const {
+  std::vector<UnfinishedStream> unfinished;
+  for (int32_t index = 0; index < mBuffers.Count(); ++index) {
+    const Text from = mBuffers.Key(index);
+    const Text buffer = mBuffers.Value(from);
+    if (buffer.IsEmpty()) continue;
+    MemoryBlock block(LenB(buffer));
+    block.LittleEndian(false);
+    block.StringValue(0, block.Size(), buffer);
+    const int32_t announced = block.Long(kLengthOffset);
+    if (announced == 0 || announced > block.Size()) {
+      unfinished.push_back({from, block.Size(), announced});
+    }
+  }
+  return unfinished;
+}
+
 bool EasyUDPSocket::WaitingForThisMessage(int32_t command, const Text& data, const Text& from) {
   if (mWaitForThisCommand == kNoWait || mWaitForThisCommand != command) return false;
   mCommandResponse = data;
