@@ -18,4 +18,5 @@ set(QUORVEL_FOLDERS
   "help: ${QUORVEL_CONTRACT} ui"
   "key: ${QUORVEL_CONTRACT} messaging ui log"
   "app: ${QUORVEL_CONTRACT} messaging ui log help key"
-  "../tools: platform/values platform/network messaging log")
+  "../tools: platform/values platform/network messaging log"
+  "../tools/check: native native/headless ${QUORVEL_CONTRACT} messaging key tools")

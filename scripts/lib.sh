@@ -8,7 +8,7 @@ cd "$root"
 export CCACHE_BASEDIR=$root CCACHE_NOHASHDIR=1
 
 # The one list of Debian packages, by purpose.
-build_packages=(g++ cmake ninja-build libcli11-dev)
+build_packages=(g++ cmake ninja-build libcli11-dev nlohmann-json3-dev)
 desktop_packages=(qt6-base-dev qt6-multimedia-dev)
 test_packages=(libgtest-dev libgmock-dev libbenchmark-dev xvfb openbox xdotool xclip imagemagick
                x11-utils iproute2 python3 poppler-utils fonts-dejavu-core ccache)

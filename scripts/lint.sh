@@ -43,6 +43,7 @@ check_headers() {
 check_headers_alone() {
   find src -name '*.h' -not -path 'src/native/qt/*' | check_headers src/app/app.cpp
   find src/native/qt -name '*.h' | check_headers src/native/qt/desktop.cpp
+  find tools -name '*.h' | check_headers tools/check/main.cpp
 }
 
 # tidy FOLDERS [CHECKS]: over the sources in these folders, with these changes to .clang-tidy.

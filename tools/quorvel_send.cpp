@@ -1,15 +1,11 @@
 // Sends texts the way Quorvel's senders do: mirrored, one packet and one datagram each.
 
-#include <fcntl.h>
-#include <unistd.h>
-
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cerrno>
-#include <csignal>
 #include <cstdint>
 #include <cstdio>
-#include <iostream>
+#include <cstdlib>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -20,18 +16,17 @@
 #include "messaging/channel.h"
 #include "messaging/easy_udp_socket.h"
 #include "platform/network/ip_address.h"
+#include "tools/command_line.h"
 
 namespace {
 
 using quorvel::Text;
+using quorvel::tools::RefuseValue;
+using quorvel::tools::WrongUse;
 
 // The bytes that fit into a datagram, less the 8 bytes of a packet's length and command.
 constexpr size_t kLongestText = 65507 - 8;
 
-constexpr int kFailed = 1;
-constexpr int kWrongUse = 2;
-
-constexpr const char* kVersion = "quorvel-send " QUORVEL_VERSION "\n";
 constexpr const char* kHelp =
     R"(Usage: quorvel-send --key KEY [OPTION...] TEXT...
        quorvel-send --to ADDRESS [OPTION...] TEXT...
@@ -65,11 +60,6 @@ Exit status:
   2  the command line was wrong; nothing was sent
 )";
 
-/// A command line that quorvel-send refuses before it sends anything.
-struct WrongUse : std::runtime_error {
-  using std::runtime_error::runtime_error;
-};
-
 struct Options {
   std::string key;
   /// The dotted address of the one receiver; empty when the key's group receives.
@@ -82,40 +72,20 @@ struct Options {
   std::vector<std::string> texts;
 };
 
-/// Declares the options. CLI11 splits [1,2] into 1 and 2 for an option that collects values, so
-/// the texts belong to no option: texts are the arguments that remain.
-void Declare(CLI::App& app, Options& options) {
-  app.allow_extras();
-  app.set_help_flag("--help,-h");
-  for (const char* const flag : {"--version", "--raw", "--stdin"}) app.add_flag(flag);
-  auto* const key = app.add_option(
-      "--key", options.key,
-      "a key of at least 5 characters, or a group's address in which no number is missing");
-  auto* const address =
-      app.add_option("--to", options.address, "a dotted IPv4 address such as 10.0.0.7, not a name");
-  auto* const command =
-      app.add_option("--command", options.command, "a whole number from -2147483648 to 2147483647");
+/// Declares the options; returns the option that takes a number. CLI11 splits [1,2] into 1 and 2
+/// for an option that collects values, so the texts belong to no option: texts are the arguments
+/// that remain.
+CLI::Option* Declare(CLI::App& app, Options& options) {
+  using quorvel::tools::DeclareValue;
+  quorvel::tools::Declare(app, {"--raw", "--stdin"});
+  auto* const key = DeclareValue(app, "--key", options.key, quorvel::tools::kKeyDescription);
   auto* const interface =
-      app.add_option("--interface", options.interface, "the name of a network interface");
-  address->excludes(key)->excludes(interface);
-  // CLI11 takes the next option for a value that an option must have, but not for a value that
-  // an option may have. CheckUse() refuses a missing value and a second value.
-  for (auto* const option : {key, address, command, interface}) option->expected(0, 1)->take_all();
-}
-
-[[noreturn]] void RefuseValue(const CLI::Option& option) {
-  const std::string value = option.results().front();
-  throw WrongUse(option.get_name() + (value.empty() ? " needs a value" : " '" + value + "'") +
-                 ": give " + option.get_description());
-}
-
-void CheckUse(const CLI::Option& option) {
-  if (option.count() == 0) return;
-  if (option.count() > 1) throw WrongUse(option.get_name() + " is given twice");
-  const std::string& value = option.results().front();
-  const bool takes_value = option.get_expected_max() > 0;
-  if (takes_value && value.empty()) RefuseValue(option);
-  if (!takes_value && value != "true") throw WrongUse(option.get_name() + " takes no value");
+      DeclareValue(app, "--interface", options.interface, "the name of a network interface");
+  DeclareValue(app, "--to", options.address, "a dotted IPv4 address such as 10.0.0.7, not a name")
+      ->excludes(key)
+      ->excludes(interface);
+  return DeclareValue(app, "--command", options.command,
+                      "a whole number from -2147483648 to 2147483647");
 }
 
 void CheckText(const std::string& text) {
@@ -123,55 +93,32 @@ void CheckText(const std::string& text) {
   throw WrongUse("unknown option " + text + "; put -- before texts that begin with a dash");
 }
 
-/// Refuses `--name=`, for CLI11 takes the next argument for the value.
-void CheckEqualsSign(const std::string& argument) {
-  if (!argument.starts_with("--") || argument.find('=') + 1 != argument.size()) return;
-  throw WrongUse(argument + ": nothing follows the equals sign");
-}
-
-/// Whether Quorvel takes the key for a group's address although a number is missing, as in
-/// 224.1..3. A zero before each number supplies the missing numbers and changes no other number.
-bool IsIncompleteGroup(const std::string& key) {
-  std::string completed = "0";
-  for (const char c : key) completed += c == '.' ? std::string(".0") : std::string(1, c);
-  const auto group = quorvel::ParseIpv4(Text::FromBytes(completed));
-  return group && quorvel::IsMulticast(*group) && !quorvel::ParseIpv4(Text::FromBytes(key));
-}
-
-bool IsKey(const std::string& key) {
-  return quorvel::Len(Text::FromBytes(key)) >= quorvel::kShortestKey && !IsIncompleteGroup(key);
-}
-
 void CheckReceiver(const CLI::App& app, const std::string& key, const std::string& address) {
   if (key.empty() && address.empty()) {
     throw WrongUse("give a key with --key, or an address with --to");
   }
-  if (!key.empty() && !IsKey(key)) RefuseValue(*app["--key"]);
+  if (!key.empty() && !quorvel::tools::IsKey(key)) RefuseValue(*app["--key"]);
   if (!address.empty() && !quorvel::ParseIpv4(Text::FromBytes(address))) RefuseValue(*app["--to"]);
 }
 
-/// Has CLI11 sort the arguments before the first `--`, and checks them as far as possible without
-/// a network. Raises WrongUse, CLI::CallForHelp or CLI::CallForVersion.
-void Parse(CLI::App& app, const std::vector<std::string>& arguments, const Options& options) try {
-  app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
-  if (app.count("--version") > 0) throw CLI::CallForVersion();
+/// Checks the arguments before the first `--` as far as possible without a network. Raises what
+/// quorvel::tools::Parse() raises.
+void Parse(CLI::App& app, const std::vector<std::string>& arguments, const Options& options,
+           const CLI::Option& command) try {
+  quorvel::tools::Parse(app, arguments, command);
   std::ranges::for_each(app.remaining(), CheckText);
-  std::ranges::for_each(arguments, CheckEqualsSign);
-  for (const CLI::Option* const option : app.get_options()) CheckUse(*option);
   CheckReceiver(app, options.key, options.address);
 } catch (const CLI::ExcludesError&) {
   throw WrongUse("--to stands alone: give neither --key nor --interface with it");
-} catch (const CLI::ConversionError&) {
-  RefuseValue(*app["--command"]);
 }
 
 /// The options and texts of the command line. Raises what Parse() raises.
 Options ReadCommandLine(const std::vector<std::string>& arguments) {
   Options options;
   CLI::App app;
-  Declare(app, options);
+  const auto* const command = Declare(app, options);
   const auto dashes = std::ranges::find(arguments, "--");
-  Parse(app, {arguments.begin(), dashes}, options);
+  Parse(app, {arguments.begin(), dashes}, options, *command);
   options.raw = app.count("--raw") > 0;
   options.from_stdin = app.count("--stdin") > 0;
   options.texts = app.remaining();
@@ -256,43 +203,11 @@ void SendAll(const Options& options) {
   while (const auto line = ReadLine()) sender.Send(*line, "line " + std::to_string(++number));
 }
 
-/// Reports in one line, whatever characters `what` quotes, and hands the status on.
-int Fail(int status, std::string what) {
-  const auto breaks_line = [](unsigned char c) { return c < ' ' || c == 0x7F; };
-  std::ranges::replace_if(what, breaks_line, '?');
-  std::cerr << "quorvel-send: " + what + '\n';
-  return status;
-}
-
-int Show(const char* text) {
-  std::cout << text << std::flush;
-  return std::cout ? EXIT_SUCCESS : Fail(kFailed, "cannot write to standard output");
-}
-
-/// Opens a closed standard stream for the wrong direction: the socket does not get the stream's
-/// descriptor, and reading from the stream, or writing to the stream, still fails.
-void ReserveStandardStreams() {
-  for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
-    if (fcntl(stream, F_GETFD) < 0) open("/dev/null", stream == STDIN_FILENO ? O_WRONLY : O_RDONLY);
-  }
-}
-
 }  // namespace
 
-int main(int argc, char** argv) try {
-  // A write to a pipe that nobody reads fails instead of ending the process.
-  std::signal(SIGPIPE, SIG_IGN);
-  ReserveStandardStreams();
-  SendAll(ReadCommandLine(std::vector<std::string>(argv + 1, argv + argc)));
-  return EXIT_SUCCESS;
-} catch (const CLI::CallForHelp&) {
-  return Show(kHelp);
-} catch (const CLI::CallForVersion&) {
-  return Show(kVersion);
-} catch (const CLI::ParseError&) {
-  return Fail(kWrongUse, "the command line is wrong; --help shows the options");
-} catch (const WrongUse& wrong_use) {
-  return Fail(kWrongUse, wrong_use.what());
-} catch (const std::exception& failure) {
-  return Fail(kFailed, failure.what());
+int main(int argc, char** argv) {
+  return quorvel::tools::Run({"quorvel-send", kHelp}, [&] {
+    SendAll(ReadCommandLine(std::vector<std::string>(argv + 1, argv + argc)));
+    return EXIT_SUCCESS;
+  });
 }

@@ -66,8 +66,10 @@ class EasyUDPSocket : public UDPSocket {
   /// or `Poll`: the packet is still in the sender's buffer, and would be delivered again.
   virtual void Event_ReceivedMessage(const Text& from, int32_t command, const Text& data);
 
- private:
+  /// The dotted address of the group with the name or dotted address `group`.
   [[nodiscard]] Text HashGroupNameToIP(const Text& group) const;
+
+ private:
   [[nodiscard]] static MemoryBlock CreatePacket(int32_t command, const Text& data);
   void ProcessData();
   bool Sweep();

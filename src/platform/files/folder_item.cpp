@@ -16,8 +16,6 @@ namespace {
 
 constexpr int32_t kAbsolutePath = 0;
 
-std::filesystem::path DefaultFolder() { return Native().Desktop().DocumentsFolder() / "Quorvel"; }
-
 bool IsBareName(const Text& name) {
   const std::string_view bytes = name.Bytes();
   const bool special = bytes.empty() || bytes == "." || bytes == "..";
@@ -31,6 +29,8 @@ void MakeFolders(const std::filesystem::path& folder) {
 }
 
 }  // namespace
+
+std::filesystem::path DefaultFolder() { return Native().Desktop().DocumentsFolder() / "Quorvel"; }
 
 const std::filesystem::path& FolderItem::Path() const {
   return mPending ? mPending->Path() : mPath;

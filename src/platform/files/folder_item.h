@@ -49,8 +49,12 @@ class FolderItem : public Object {
   Text mMacType;
 };
 
-/// The item of a bare name in `Quorvel` in the user's documents folder (path type 0, the only
-/// type), whether the file exists or not; Nil for a text that is no bare name.
+/// The folder of the files with bare names: `Quorvel` in the user's documents folder. The folder
+/// need not exist.
+[[nodiscard]] std::filesystem::path DefaultFolder();
+
+/// The item of a bare name in the default folder (path type 0, the only type), whether the file
+/// exists or not; Nil for a text that is no bare name.
 [[nodiscard]] Ref<FolderItem> GetFolderItem(const Text& name, int32_t path_type);
 
 /// Asks the user where to save; `file_type` is the name of a registered type. Nil when the user
