@@ -35,6 +35,18 @@ class Host:
         batch.communicate("\n".join(commands))
         assert batch.returncode == 0, commands
 
+    def query(self):
+        """Asks all computers, once, which groups they have joined, as a router does."""
+        def send():
+            LIBC.setns(self.namespace, 0)
+            with socket.socket(socket.AF_INET, socket.SOCK_RAW, socket.IPPROTO_IGMP) as wire:
+                wire.setsockopt(socket.IPPROTO_IP, socket.IP_MULTICAST_IF,
+                                socket.inet_aton("10.77.0.9"))
+                wire.sendto(bytes((0x11, 1, 0xEE, 0xFE, 0, 0, 0, 0)), ("224.0.0.1", 0))
+        asker = threading.Thread(target=send)
+        asker.start()
+        asker.join()
+
     def end(self):
         os.close(self.namespace)
         self.holder.kill()
@@ -46,9 +58,13 @@ class Net:
 
     def __init__(self, querier=0):
         self.listener, self.switch, self.sender = Host(), Host(), Host()
-        self.switch.ip(f"link add br0 type bridge mcast_snooping 1 mcast_querier {querier}",
-                       "link set br0 up")
+        self.switch.ip("link add br0 type bridge mcast_snooping 1", "link set br0 up")
         self.cable(self.sender, "t0", "10.77.0.9/24")
+        if querier:
+            self.sender.query()
+        # A switch that knows a querier and a member forwards the group to members alone.
+        self.member = socket_on(self.sender, [(GROUP, "10.77.0.9")])
+        time.sleep(0.3 * querier)
         self.program, self.stream, self.lines = None, None, []
 
     def cable(self, host, card, *addresses, up=True):
@@ -91,6 +107,7 @@ class Net:
         heard = [int(text) for _, text in self.lines if text.isdigit()]
         self.program.kill()
         self.program.wait()
+        self.member.close()
         for host in (self.listener, self.switch, self.sender):
             host.end()
         disorder = sum(a > b for a, b in zip(heard, heard[1:]))

@@ -86,7 +86,8 @@ bool ReadMessages(int descriptor, const Take& take) {
   }
   auto left = static_cast<int>(length);
   for (const auto* message = reinterpret_cast<const nlmsghdr*>(room.data());
-       NLMSG_OK(message, left); message = NLMSG_NEXT(message, left)) {
+       left > 0 && NLMSG_OK(message, static_cast<uint32_t>(left));
+       message = NLMSG_NEXT(message, left)) {
     take(*message);
   }
   return true;
