@@ -8,7 +8,6 @@
 #include <array>
 #include <cerrno>
 #include <cstdlib>
-#include <ctime>
 #include <deque>
 #include <fstream>
 #include <functional>
@@ -177,21 +176,6 @@ TEST_F(Messaging, ALengthOfZeroCostsTwoMessagesAndAnExceptionForEachDatagramOfTh
   }
   EXPECT_EQ(unfinished,
             "10.0.0.1 holds 22 of 0, 10.0.0.2 holds 8 of 9, 10.0.0.3 holds 3 of 2147483647, ");
-}
-
-TEST_F(Messaging, AMessageCostsTheSameHoweverManySendersWereHeard) {
-  const auto cost = [&] {
-    const std::clock_t start = std::clock();
-    for (int i = 0; i < 1000; ++i) Arrives(kAnna, Packet(""));
-    EXPECT_EQ(Delivered().size(), 1000U);
-    return std::clock() - start;
-  };
-  const std::clock_t alone = cost();
-  for (Ipv4Address i = 0; i < 20000; ++i) {
-    Arrives(kDora + i, Header(i % 2 == 0 ? 9 : 8, 1));
-    static_cast<void>(Delivered());
-  }
-  EXPECT_LT(cost(), 20 * alone);
 }
 
 /// The most memory that the process had in use since `Forget`, in bytes.
