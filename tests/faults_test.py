@@ -231,13 +231,14 @@ def pulled_cable():
         net.cable(net.listener, card, address)
     net.listen()
     net.send(1000)
-    for _ in range(10):
+    for _ in range(5):
         for card in ("c1", "c2"):
-            time.sleep(0.1)
+            # Also on a busy machine, the other card is a member again by then.
+            time.sleep(0.4)
             net.plug(card, "down")
             time.sleep(0.1)
             net.plug(card, "up")
-    all_once("two cards on one network, cables pulled in turn 20 times", net.finish())
+    all_once("two cards on one network, cables pulled in turn 10 times", net.finish())
 
 
 def strangers():
@@ -355,7 +356,7 @@ def storm():
             net.listener.ip(f"link set {card} up")
         faults += 1
         # The other card is to hear before the next fault.
-        time.sleep(0.1)
+        time.sleep(0.3)
     all_once(f"storm of {faults} faults on two cards, seed {seed}", net.finish())
 
 

@@ -11,8 +11,8 @@ class WakeFlag {
   WakeFlag(const WakeFlag&) = delete;
   WakeFlag& operator=(const WakeFlag&) = delete;
 
-  void Set();
-  void Clear();
+  void Set() const;
+  void Clear() const;
   /// Owned by this object; -1 when the system had no descriptor to give, and the flag does nothing.
   [[nodiscard]] int Descriptor() const { return mReadEnd; }
 

@@ -37,12 +37,12 @@ WakeFlag::~WakeFlag() {
 }
 
 // A counter of 8 bytes on Linux, 8 bytes in a pipe elsewhere. A pipe that is full is readable.
-void WakeFlag::Set() {
+void WakeFlag::Set() const {
   const uint64_t one = 1;
   [[maybe_unused]] const ssize_t written = write(mWriteEnd, &one, sizeof one);
 }
 
-void WakeFlag::Clear() {
+void WakeFlag::Clear() const {
   std::array<uint64_t, 64> taken{};
   while (read(mReadEnd, taken.data(), sizeof taken) == static_cast<ssize_t>(sizeof taken)) continue;
 }
