@@ -11,5 +11,5 @@ case ${1:-} in
 esac
 
 install_packages clang-format
-find src tools tests bench \( -name '*.cpp' -o -name '*.h' \) -print0 |
+find src tools tests bench fuzz \( -name '*.cpp' -o -name '*.h' \) -print0 |
   xargs -0 -r -n 16 -P "$(nproc)" clang-format "${mode[@]}"

@@ -46,10 +46,11 @@ check_headers_alone() {
   find tools -name '*.h' | check_headers tools/check/main.cpp
 }
 
-# tidy FOLDERS [CHECKS]: over the sources in these folders, with these changes to .clang-tidy.
+# tidy FOLDERS [CHECKS [PRESET]]: over the sources in these folders, with these changes to
+# .clang-tidy, as the preset compiles the sources.
 tidy() {
   local log=build/clang-tidy-${1//|/-}.log
-  if run-clang-tidy -quiet -j "$(nproc)" -p build/release -checks="${2:-}" \
+  if run-clang-tidy -quiet -j "$(nproc)" -p "build/${3:-release}" -checks="${2:-}" \
        "^$root/($1)/" >"$log" 2>&1; then
     return
   fi
@@ -63,7 +64,10 @@ tidy() {
 check_tidy() {
   local faults=0
   tidy 'src|tools' || faults=1
-  tidy 'tests|bench' '-clang-analyzer-*,-readability-function-cognitive-complexity' || faults=1
+  local -r in_tests='-clang-analyzer-*,-readability-function-cognitive-complexity'
+  tidy 'tests|bench' "$in_tests" || faults=1
+  configure fuzz OFF
+  tidy fuzz "$in_tests" fuzz || faults=1
   return "$faults"
 }
 
