@@ -227,8 +227,10 @@ TEST_F(Messaging, UnfinishedBytesTakeTheMemoryOfTheirLength) {
 class PlainListener {
  public:
   void Hear(const Datagrams& datagrams) {
-    for (const auto& [from, bytes] : datagrams) {
-      const auto has_address = [&](const Sender& sender) { return sender.from == from; };
+    for (const auto& datagram : datagrams) {
+      const Ipv4Address from = datagram.first;
+      const std::string& bytes = datagram.second;
+      const auto has_address = [from](const Sender& sender) { return sender.from == from; };
       auto sender = std::ranges::find_if(mSenders, has_address);
       if (sender == mSenders.end()) sender = mSenders.insert(sender, Sender{from, {}, 0});
       sender->held += bytes;

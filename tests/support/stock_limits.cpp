@@ -5,6 +5,7 @@
 
 #include <algorithm>
 
+// NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name): the system's are reserved.
 extern "C" int setsockopt(int socket, int level, int name, const void* value, socklen_t size) {
   constexpr int kMostBytes = 212992;
   static const auto real = reinterpret_cast<decltype(&setsockopt)>(dlsym(RTLD_NEXT, "setsockopt"));

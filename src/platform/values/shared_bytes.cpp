@@ -80,6 +80,7 @@ SharedBytes SharedBytes::Slice(size_t offset, size_t length) const {
 }
 
 bool SharedBytes::HasRoomFor(size_t tail) const {
+  if (mBuffer == nullptr) return false;
   const bool at_end = mView.data() + mView.size() == mBuffer->Data() + mBuffer->used;
   const bool fits = mBuffer->capacity - mBuffer->used >= tail;
   const bool sparse =
