@@ -5,6 +5,7 @@ target_compile_options(quorvel_options INTERFACE
   -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
   $<$<BOOL:${QUORVEL_WERROR}>:-Werror>)
 if(QUORVEL_SANITIZE)
+  target_compile_definitions(quorvel_options INTERFACE QUORVEL_SANITIZED)
   target_compile_options(quorvel_options INTERFACE
     -fsanitize=${QUORVEL_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_link_options(quorvel_options INTERFACE -fsanitize=${QUORVEL_SANITIZE})

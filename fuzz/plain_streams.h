@@ -18,9 +18,9 @@ inline char Mirrored(char c) {
 
 inline int64_t LengthIn(const std::string& bytes) {
   if (bytes.size() < 4) return INT32_MAX;
-  int64_t length = static_cast<int8_t>(bytes[0]);
-  for (size_t i = 1; i < 4; ++i) length = length * 256 + static_cast<uint8_t>(bytes[i]);
-  return length;
+  uint32_t length = 0;
+  for (size_t i = 0; i < 4; ++i) length = length << 8 | static_cast<uint8_t>(bytes[i]);
+  return static_cast<int32_t>(length);
 }
 
 struct Sender {

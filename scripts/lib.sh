@@ -12,8 +12,8 @@ build_packages=(g++ cmake ninja-build libcli11-dev nlohmann-json3-dev)
 desktop_packages=(qt6-base-dev qt6-multimedia-dev)
 test_packages=(libgtest-dev libgmock-dev libbenchmark-dev xvfb openbox xdotool xclip imagemagick
                x11-utils iproute2 python3 poppler-utils fonts-dejavu-core ccache)
-fuzz_packages=(clang libclang-rt-14-dev ccache)
-check_packages=(clang-format clang-tidy clang libclang-rt-14-dev)
+sanitizer_packages=(clang libclang-rt-14-dev ccache)
+check_packages=(clang-format clang-tidy)
 
 say() { printf '%s: %s\n' "$(basename "$0")" "$*" >&2; }
 

@@ -16,6 +16,7 @@ if [[ $preset == tsan && -z ${QUORVEL_FIXED_ADDRESSES:-} ]] && setarch -R true 2
 fi
 
 packages=("${build_packages[@]}" "${test_packages[@]}")
+if [[ $preset == asan || $preset == tsan ]]; then packages+=("${sanitizer_packages[@]}"); fi
 if [[ $preset != headless && $preset != tsan ]]; then packages+=("${desktop_packages[@]}"); fi
 install_packages "${packages[@]}"
 
