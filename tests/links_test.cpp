@@ -125,7 +125,10 @@ TEST_F(Links, TheMostUsefulInterfacesGetTheMembershipsOfASmallSystem) {
 }
 
 TEST_F(Links, ANetworkThatMayHaveForgottenTheSocketIsJoinedAnew) {
+  // The system kept a membership of an interface that was deleted and made anew unseen.
+  mNet.memberships = {{kGroup, 2}};
   Listen();
+  EXPECT_THAT(mNet.left, ElementsAre(kGroup));
   auto card = Card(2);
   JoinedOn({card});
   EXPECT_EQ(Rejoins(100s), 0U);
@@ -138,8 +141,19 @@ TEST_F(Links, ANetworkThatMayHaveForgottenTheSocketIsJoinedAnew) {
   card.running = false;
   mSide.links.interfaces = {card};
   EXPECT_EQ(Rejoins(2s), 0U);
-  mSide.links.interfaces = {Card(2)};
+  card.running = true;
+  mSide.links.interfaces = {card};
   EXPECT_EQ(Rejoins(2s), 1U);
+}
+
+TEST(LinkChanges, ComeFromNoticesWhereTheInterfacesLookAlike) {
+  const Interfaces cards = {Card(2), Card(3)};
+  const auto made_anew = CompareLooks(cards, cards, {.complete = true, .renewed = {3}});
+  EXPECT_THAT(made_anew.lost, ElementsAre(3));
+  EXPECT_THAT(made_anew.renewed, ElementsAre(3));
+  const auto unknown = CompareLooks(cards, cards, {.complete = false, .renewed = {}});
+  EXPECT_THAT(unknown.lost, IsEmpty());
+  EXPECT_THAT(unknown.renewed, ElementsAre(2, 3));
 }
 
 TEST_F(Links, AQuietNetworkIsJoinedAnewEveryTwoMinutes) {

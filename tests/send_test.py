@@ -83,6 +83,8 @@ def main():
                 header = struct.pack(">ii", 8 + len(text.encode()), command)
                 check(receiver.recv(70000) == header + text.encode(), arguments)
         check_refusal(TO + ["--stdin"], 1, "line 2 is too long", input="a\n" + "x" * 65500)
+    loopback = ["unshare", "-n", "sh", "-c", 'ip link set lo up; exec "$@"', "sh"]
+    check(subprocess.run([*loopback, PROGRAM, *KEY, "text"]).returncode == 0, "without a network")
     read, write = os.pipe()
     os.close(read)
     for unwritable in write, os.open("/dev/full", os.O_WRONLY):

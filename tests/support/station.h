@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -20,12 +21,16 @@ class Station : public EasyUDPSocket {
   std::vector<std::string> heard;     ///< the data of each message
   std::vector<std::string> messages;  ///< sender, command and data of each message
   std::vector<int32_t> errors;
+  /// What the handler of a message does.
+  std::function<void()> act = [] {};
 
  protected:
   void Event_ReceivedMessage(const Text& from, int32_t command, const Text& data) override {
     const Text message = from + " " + Str(command) + " " + data;
     messages.emplace_back(message.Bytes());
     heard.emplace_back(data.Bytes());
+    const auto acts = act;  // the act may set another
+    acts();
   }
   void Event_Error(int32_t code) override { errors.push_back(code); }
 };
