@@ -1,32 +1,32 @@
 #include "log/decode_word.h"
 
-#include <algorithm>
-#include <string>
+#include <cstddef>
 
 namespace quorvel::mGlobals {
 
 namespace {
 
-bool IsWithin(char c, char first, char last) { return c >= first && c <= last; }
-
-char Mirror(char c) {
-  const auto mirror_within = [c](char first, char last) {
-    return static_cast<char>(first + (last - c));
-  };
-  if (IsWithin(c, 'a', 'z')) return mirror_within('a', 'z');
-  if (IsWithin(c, 'A', 'Z')) return mirror_within('A', 'Z');
-  if (IsWithin(c, '0', '9')) return mirror_within('0', '9');
-  return c;
+constexpr void MirrorWithin(ByteTable& table, char first, char last) {
+  for (int c = first; c <= last; ++c) {
+    table[static_cast<size_t>(c)] = static_cast<char>(first + (last - c));
+  }
 }
+
+constexpr ByteTable MirrorTable() {
+  ByteTable table{};
+  for (size_t byte = 0; byte < table.size(); ++byte) table[byte] = static_cast<char>(byte);
+  MirrorWithin(table, 'a', 'z');
+  MirrorWithin(table, 'A', 'Z');
+  MirrorWithin(table, '0', '9');
+  return table;
+}
+
+constexpr ByteTable kMirror = MirrorTable();
 
 }  // namespace
 
 // UTF-8 has no letter and no digit among the bytes of a longer character, so each byte can be
 // mirrored alone.
-Text mDecodeWordReverse(const Text& text) {
-  std::string mirrored(text.Bytes());
-  std::ranges::transform(mirrored, mirrored.begin(), Mirror);
-  return Text::FromBytes(mirrored, text.Encoding());
-}
+Text mDecodeWordReverse(const Text& text) { return text.Mapped(kMirror); }
 
 }  // namespace quorvel::mGlobals

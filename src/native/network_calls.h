@@ -4,6 +4,7 @@
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <span>
 #include <string>
@@ -41,12 +42,8 @@ class ReceiveBatch {
   static constexpr size_t kMostDatagrams = 32;
   static constexpr size_t kMostBytes = 65536;
 
-  ReceiveBatch() : storage(kMostDatagrams * kMostBytes) {}
-
   /// The room for the datagram `index`, 0 to 31.
-  std::span<char> Slot(size_t index) {
-    return std::span(storage).subspan(index * kMostBytes, kMostBytes);
-  }
+  std::span<char> Slot(size_t index) { return {storage.get() + index * kMostBytes, kMostBytes}; }
   void Clear() { count = 0; }
   /// Counts the next slot as received, with `length` bytes; `datagram` tells all but the bytes.
   void Add(ReceivedBytes datagram, size_t length) {
@@ -59,7 +56,8 @@ class ReceiveBatch {
   }
 
  private:
-  std::vector<char> storage;
+  // Not set to zero: room that no datagram has used takes no memory.
+  std::unique_ptr<char[]> storage{new char[kMostDatagrams * kMostBytes]};
   std::array<ReceivedBytes, kMostDatagrams> received;
   size_t count = 0;
 };

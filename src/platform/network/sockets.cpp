@@ -39,6 +39,14 @@ bool SocketCore::Note(bool success) {
   return success;
 }
 
+// Addresses that differ in their last octets alone, as those of a network, have entries of their
+// own.
+const Text& AddressTexts::Of(Ipv4Address address) {
+  Entry& entry = mEntries[address % mEntries.size()];
+  if (entry.text.IsEmpty() || entry.address != address) entry = {address, FormatIpv4(address)};
+  return entry.text;
+}
+
 UDPSocket::~UDPSocket() { UDPSocket::Close(); }
 
 void UDPSocket::Connect() {
@@ -250,7 +258,8 @@ SenderPins::Deliver UDPSocket::Accepting() {
 
 void UDPSocket::Accept(const Arrival& arrival) {
   Heard(arrival.head);
-  mReceived.push_back(New<Datagram>(FormatIpv4(arrival.head.from), Text::FromBytes(arrival.bytes)));
+  mReceived.push_back(
+      New<Datagram>(mAddresses.Of(arrival.head.from), Text::FromBytes(arrival.bytes)));
 }
 
 void UDPSocket::Poll() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <deque>
 #include <map>
@@ -64,6 +65,19 @@ class Datagram : public Object {
  private:
   Text mAddress;
   Text mData;
+};
+
+/// The dotted addresses of the senders heard last, so that a sender's address is written once.
+class AddressTexts {
+ public:
+  [[nodiscard]] const Text& Of(Ipv4Address address);
+
+ private:
+  struct Entry {
+    Ipv4Address address = 0;
+    Text text;
+  };
+  std::array<Entry, 256> mEntries;
 };
 
 /// What became of datagrams that a socket did not deliver, since `Connect`.
@@ -168,6 +182,7 @@ class UDPSocket : public SocketCore {
   /// The number of a receive failure since the last `Poll`, 0 without a failure.
   int32_t mReceiveError = 0;
   std::deque<Ref<Datagram>> mReceived;
+  AddressTexts mAddresses;
 };
 
 }  // namespace quorvel

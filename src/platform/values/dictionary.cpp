@@ -8,7 +8,8 @@ namespace quorvel {
 
 Text Dictionary::Key(int32_t index) const {
   if (index < 0 || index >= Count()) throw OutOfBoundsException("No key at that index.");
-  return mEntries[static_cast<size_t>(index)].key;
+  mLast = static_cast<size_t>(index);
+  return mEntries[mLast].key;
 }
 
 size_t Dictionary::Hash::operator()(std::string_view key) const {
@@ -19,17 +20,27 @@ size_t Dictionary::Hash::operator()(std::string_view key) const {
   return hash ^ (hash >> 29);
 }
 
+// Whether the key is a copy of the key of the last access; looks at no byte.
+bool Dictionary::IsLast(const Text& key) const {
+  if (mLast >= mEntries.size()) return false;
+  const std::string_view last = mEntries[mLast].key.Bytes();
+  return key.Bytes().data() == last.data() && key.Bytes().size() == last.size();
+}
+
 const Dictionary::Entry* Dictionary::Find(const Text& key) const {
+  if (IsLast(key)) return &mEntries[mLast];
   const auto found = mIndexOf.find(key.Bytes());
-  return found == mIndexOf.end() ? nullptr : &mEntries[found->second];
+  if (found == mIndexOf.end()) return nullptr;
+  mLast = found->second;
+  return &mEntries[mLast];
 }
 
 size_t Dictionary::FindOrAdd(const Text& key) {
-  const auto found = mIndexOf.find(key.Bytes());
-  if (found != mIndexOf.end()) return found->second;
+  if (Find(key) != nullptr) return mLast;
   mEntries.push_back({key, {}});
-  mIndexOf.emplace(mEntries.back().key.Bytes(), mEntries.size() - 1);
-  return mEntries.size() - 1;
+  mLast = mEntries.size() - 1;
+  mIndexOf.emplace(mEntries.back().key.Bytes(), mLast);
+  return mLast;
 }
 
 bool Dictionary::HasKey(const Text& key) const { return Find(key) != nullptr; }

@@ -37,10 +37,13 @@ class Dictionary {
   struct Hash {
     size_t operator()(std::string_view key) const;
   };
+  [[nodiscard]] bool IsLast(const Text& key) const;
   [[nodiscard]] const Entry* Find(const Text& key) const;
   size_t FindOrAdd(const Text& key);
 
   std::deque<Entry> mEntries;
+  // The entry of the last access. One key is often asked for several times in a row.
+  mutable size_t mLast = 0;
   // Views of the bytes of the entries' keys, which copies of the dictionary share.
   std::unordered_map<std::string_view, size_t, Hash> mIndexOf;
 };

@@ -25,6 +25,13 @@ int32_t MemoryBlock::ShiftOf(int32_t byte_index) const {
   return 8 * (mLittleEndian ? byte_index : kLongSize - 1 - byte_index);
 }
 
+// The bytes of the block; none while all bytes are 0.
+std::string_view MemoryBlock::Bytes() const {
+  if (const auto* const shared = std::get_if<Text>(&mBytes)) return shared->Bytes();
+  if (const auto* const own = std::get_if<std::string>(&mBytes)) return *own;
+  return {};
+}
+
 std::string& MemoryBlock::OwnBytes() {
   if (!std::holds_alternative<std::string>(mBytes)) {
     const auto* const shared = std::get_if<Text>(&mBytes);
@@ -36,10 +43,11 @@ std::string& MemoryBlock::OwnBytes() {
 
 int32_t MemoryBlock::Long(int32_t offset) const {
   if (!Fits(offset, kLongSize)) return std::numeric_limits<int32_t>::max();
-  const Text bytes = StringValue(offset, kLongSize);
+  const std::string_view bytes =
+      Bytes().substr(std::min(Bytes().size(), static_cast<size_t>(offset)));
   uint32_t value = 0;
-  for (int32_t i = 0; i < kLongSize; ++i) {
-    value |= uint32_t{static_cast<uint8_t>(bytes.Bytes()[static_cast<size_t>(i)])} << ShiftOf(i);
+  for (int32_t i = 0; i < kLongSize && !bytes.empty(); ++i) {
+    value |= uint32_t{static_cast<uint8_t>(bytes[static_cast<size_t>(i)])} << ShiftOf(i);
   }
   return static_cast<int32_t>(value);
 }

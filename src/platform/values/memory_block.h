@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <variant>
 
 #include "platform/values/text.h"
@@ -37,6 +38,7 @@ class MemoryBlock {
  private:
   [[nodiscard]] bool Fits(int32_t offset, int32_t length) const;
   [[nodiscard]] int32_t ShiftOf(int32_t byte_index) const;
+  [[nodiscard]] std::string_view Bytes() const;
   std::string& OwnBytes();
 
   int32_t mSize;

@@ -3,6 +3,7 @@
 #include <concepts>
 #include <cstddef>
 #include <memory>
+#include <typeinfo>
 #include <utility>
 
 namespace quorvel {
@@ -59,7 +60,12 @@ template <class T, class... Arguments>
 /// `T`.
 template <class T, class U>
 [[nodiscard]] Ref<T> Cast(const Ref<U>& object) {
-  auto cast = std::dynamic_pointer_cast<T>(object.Shared());
+  const auto& shared = object.Shared();
+  // An object of exactly this class takes no search through its bases.
+  if constexpr (std::derived_from<T, U>) {
+    if (shared && typeid(*shared) == typeid(T)) return Ref<T>(std::static_pointer_cast<T>(shared));
+  }
+  auto cast = std::dynamic_pointer_cast<T>(shared);
   if (object && !cast) detail::RaiseIllegalCast();
   return Ref<T>(std::move(cast));
 }

@@ -18,59 +18,45 @@ constexpr size_t kSmallBuffer = 4096;
 size_t Roomy(size_t size) { return size + std::max<size_t>(size / 2, 64); }
 }  // namespace
 
-struct SharedBytes::Buffer {
-  size_t references = 1;
-  size_t used = 0;
-  size_t capacity = 0;
-
-  char* Data() { return reinterpret_cast<char*>(this + 1); }
-
-  static Buffer* Make(size_t capacity) {
-    void* const memory = std::malloc(sizeof(Buffer) + capacity);
-    if (memory == nullptr) throw std::bad_alloc();
-    auto* buffer = new (memory) Buffer;
-    buffer->capacity = capacity;
-    return buffer;
-  }
-  // The buffer's first bytes in a buffer of another size. The old buffer stays when memory is
-  // short.
-  static Buffer* Resized(Buffer* buffer, size_t capacity) {
-    void* const memory = std::realloc(buffer, sizeof(Buffer) + capacity);
-    if (memory == nullptr) throw std::bad_alloc();
-    auto* const resized = static_cast<Buffer*>(memory);
-    resized->capacity = capacity;
-    return resized;
-  }
-  static void Release(Buffer* buffer) {
-    if (buffer != nullptr && --buffer->references == 0) std::free(buffer);
-  }
-  std::string_view Append(std::string_view bytes) {
-    char* const start = Data() + used;
-    std::memcpy(start, bytes.data(), bytes.size());
-    used += bytes.size();
-    return {start, bytes.size()};
-  }
-};
-
-SharedBytes::SharedBytes(const SharedBytes& other) : mBuffer(other.mBuffer), mView(other.mView) {
-  if (mBuffer != nullptr) ++mBuffer->references;
+SharedBytes::Buffer* SharedBytes::Make(size_t capacity) {
+  void* const memory = std::malloc(sizeof(Buffer) + capacity);
+  if (memory == nullptr) throw std::bad_alloc();
+  auto* buffer = new (memory) Buffer;
+  buffer->capacity = capacity;
+  return buffer;
 }
 
-SharedBytes::SharedBytes(SharedBytes&& other) noexcept
-    : mBuffer(std::exchange(other.mBuffer, nullptr)), mView(std::exchange(other.mView, {})) {}
-
-SharedBytes& SharedBytes::operator=(SharedBytes other) noexcept {
-  std::swap(mBuffer, other.mBuffer);
-  std::swap(mView, other.mView);
-  return *this;
+// The buffer's first bytes in a buffer of another size. The old buffer stays when memory is short.
+SharedBytes::Buffer* SharedBytes::Resized(Buffer* buffer, size_t capacity) {
+  void* const memory = std::realloc(buffer, sizeof(Buffer) + capacity);
+  if (memory == nullptr) throw std::bad_alloc();
+  auto* const resized = static_cast<Buffer*>(memory);
+  resized->capacity = capacity;
+  return resized;
 }
 
-SharedBytes::~SharedBytes() { Buffer::Release(mBuffer); }
+void SharedBytes::Free(Buffer* buffer) { std::free(buffer); }
+
+std::string_view SharedBytes::Buffer::Append(std::string_view bytes) {
+  char* const start = Data() + used;
+  std::memcpy(start, bytes.data(), bytes.size());
+  used += bytes.size();
+  return {start, bytes.size()};
+}
 
 SharedBytes SharedBytes::Copy(std::string_view bytes) {
   if (bytes.empty()) return {};
-  Buffer* const buffer = Buffer::Make(bytes.size());
+  Buffer* const buffer = Make(bytes.size());
   return {buffer, buffer->Append(bytes)};
+}
+
+SharedBytes SharedBytes::Mapped(std::string_view bytes, const ByteTable& table) {
+  SharedBytes mapped = Copy(bytes);
+  if (bytes.empty()) return mapped;
+  char* const start = mapped.mBuffer->Data();
+  std::transform(start, start + bytes.size(), start,
+                 [&table](char byte) { return table[static_cast<unsigned char>(byte)]; });
+  return mapped;
 }
 
 SharedBytes SharedBytes::Slice(size_t offset, size_t length) const {
@@ -97,15 +83,20 @@ SharedBytes SharedBytes::Joined(std::string_view tail) const {
     ++mBuffer->references;
     return {mBuffer, {mView.data(), size}};
   }
-  Buffer* const buffer = Buffer::Make(Roomy(size));
+  Buffer* const buffer = Make(Roomy(size));
   const char* const start = buffer->Append(mView).data();
   buffer->Append(tail);
   return {buffer, {start, size}};
 }
 
 void SharedBytes::Append(std::string_view tail) {
+  if (HasRoomFor(tail.size())) {
+    mBuffer->Append(tail);
+    mView = {mView.data(), mView.size() + tail.size()};
+    return;
+  }
   const bool shared = mBuffer == nullptr || mBuffer->references > 1;
-  if (shared || tail.empty() || HasRoomFor(tail.size())) {
+  if (shared || tail.empty()) {
     *this = Joined(tail);
     return;
   }
@@ -113,7 +104,7 @@ void SharedBytes::Append(std::string_view tail) {
   std::memmove(mBuffer->Data(), mView.data(), held);
   mBuffer->used = held;
   mView = {mBuffer->Data(), held};
-  mBuffer = Buffer::Resized(mBuffer, Roomy(held + tail.size()));
+  mBuffer = Resized(mBuffer, Roomy(held + tail.size()));
   mBuffer->Append(tail);
   mView = {mBuffer->Data(), held + tail.size()};
 }

@@ -1,9 +1,14 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <string_view>
+#include <utility>
 
 namespace quorvel {
+
+/// A byte for each of the 256 bytes.
+using ByteTable = std::array<char, 256>;
 
 /// A run of bytes in a counted buffer: the storage beneath `Text`. The bytes of a value never
 /// change, and move only when `Append` is called on the value or the value goes.
@@ -14,13 +19,24 @@ namespace quorvel {
 class SharedBytes {
  public:
   SharedBytes() = default;
-  SharedBytes(const SharedBytes& other);
-  SharedBytes(SharedBytes&& other) noexcept;
-  SharedBytes& operator=(SharedBytes other) noexcept;
-  ~SharedBytes();
+  SharedBytes(const SharedBytes& other) : mBuffer(other.mBuffer), mView(other.mView) {
+    if (mBuffer != nullptr) ++mBuffer->references;
+  }
+  SharedBytes(SharedBytes&& other) noexcept
+      : mBuffer(std::exchange(other.mBuffer, nullptr)), mView(std::exchange(other.mView, {})) {}
+  SharedBytes& operator=(SharedBytes other) noexcept {
+    std::swap(mBuffer, other.mBuffer);
+    std::swap(mView, other.mView);
+    return *this;
+  }
+  ~SharedBytes() {
+    if (mBuffer != nullptr && --mBuffer->references == 0) Free(mBuffer);
+  }
 
   /// A copy of `bytes` in a new buffer.
   static SharedBytes Copy(std::string_view bytes);
+  /// A copy in which `table` gives the byte in the stead of each byte.
+  static SharedBytes Mapped(std::string_view bytes, const ByteTable& table);
 
   [[nodiscard]] std::string_view View() const { return mView; }
   /// `length` bytes from `offset` (from 0) on, in the same buffer. The range must lie inside the
@@ -42,7 +58,18 @@ class SharedBytes {
   }
 
  private:
-  struct Buffer;
+  /// The head of a buffer; the bytes follow.
+  struct Buffer {
+    size_t references = 1;
+    size_t used = 0;
+    size_t capacity = 0;
+
+    char* Data() { return reinterpret_cast<char*>(this + 1); }
+    std::string_view Append(std::string_view bytes);
+  };
+  static Buffer* Make(size_t capacity);
+  static Buffer* Resized(Buffer* buffer, size_t capacity);
+  static void Free(Buffer* buffer);
   SharedBytes(Buffer* adopted, std::string_view view) : mBuffer(adopted), mView(view) {}
   [[nodiscard]] bool HasRoomFor(size_t tail) const;
 

@@ -88,6 +88,13 @@ bool Text::Extends(const Text& prefix) const {
   return mBytes.StartsWhere(prefix.mBytes) || Bytes().starts_with(prefix.Bytes());
 }
 
+Text Text::Mapped(const ByteTable& table) const {
+  Text mapped;
+  mapped.mBytes = SharedBytes::Mapped(Bytes(), table);
+  mapped.mEncoding = mEncoding;
+  return mapped;
+}
+
 Text Text::Compact() const {
   Text compact = *this;
   compact.mBytes = mBytes.Compact();
@@ -95,19 +102,21 @@ Text Text::Compact() const {
 }
 
 Text& Text::operator+=(const Text& tail) {
-  if (IsEmpty() || &tail == this) return *this = *this + tail;
-  mBytes.Append(tail.Bytes());
-  mEncoding = std::max(mEncoding, tail.mEncoding);
-  mCount = kUnknown;
-  mLastIndex = mLastOffset = 0;
+  if (!IsEmpty() && &tail != this) return Join(tail.Bytes(), tail.mEncoding);
+  const SharedBytes bytes = IsEmpty() ? tail.mBytes : mBytes.Joined(tail.Bytes());
+  const TextEncoding encoding = std::max(mEncoding, tail.mEncoding);
+  *this = {};
+  mBytes = bytes;
+  mEncoding = encoding;
   return *this;
 }
 
-Text operator+(const Text& left, const Text& right) {
-  Text joined;
-  joined.mBytes = left.IsEmpty() ? right.mBytes : left.mBytes.Joined(right.Bytes());
-  joined.mEncoding = std::max(left.mEncoding, right.mEncoding);
-  return joined;
+Text& Text::Join(std::string_view tail, TextEncoding encoding) {
+  mBytes.Append(tail);
+  mEncoding = std::max(mEncoding, encoding);
+  mCount = kUnknown;
+  mLastIndex = mLastOffset = 0;
+  return *this;
 }
 
 bool operator==(const Text& left, const Text& right) {

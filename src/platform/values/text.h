@@ -51,17 +51,21 @@ class Text {
   /// made by joining to the end of `prefix` in the same buffer.
   [[nodiscard]] bool Extends(const Text& prefix) const;
 
+  /// The text with the byte that `table` gives in the stead of each byte.
+  [[nodiscard]] Text Mapped(const ByteTable& table) const;
+
   /// The same text, without the memory of a much longer text of which this text was a part.
   [[nodiscard]] Text Compact() const;
 
   /// Joins `tail` to the end of this text. Takes the memory of one text, not two, as far as no
   /// other text shares the bytes.
   Text& operator+=(const Text& tail);
-  /// Marked UTF-8 when either text is.
-  friend Text operator+(const Text& left, const Text& right);
+  /// Joins a literal, without making a text of the literal first.
+  Text& operator+=(const char* utf8) { return Join(utf8, TextEncoding::UTF8); }
 
  private:
   [[nodiscard]] size_t OffsetOf(size_t index) const;
+  Text& Join(std::string_view tail, TextEncoding encoding);
 
   static constexpr size_t kUnknown = static_cast<size_t>(-1);
 
@@ -74,14 +78,21 @@ class Text {
   mutable size_t mLastOffset = 0;
 };
 
+/// The texts joined; marked UTF-8 when either text is.
+[[nodiscard]] inline Text operator+(Text left, const Text& right) {
+  left += right;
+  return left;
+}
+[[nodiscard]] inline Text operator+(Text left, const char* utf8) {
+  left += utf8;
+  return left;
+}
+
 /// Equality that ignores the case of ASCII letters. `StrComp` with mode 0 compares exactly.
 bool operator==(const Text& left, const Text& right);
 
 /// The line end of all texts that the program makes.
-struct EndOfLineMark {
-  operator Text() const { return "\n"; }
-};
-inline constexpr EndOfLineMark EndOfLine;
+inline constexpr const char* EndOfLine = "\n";
 
 /// 0 for equal texts, -1 when `left` comes first, 1 when `right` does. Mode 0 compares the bytes,
 /// mode 1 ignores the case of ASCII letters.

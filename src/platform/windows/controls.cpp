@@ -156,7 +156,7 @@ void EditField::Text(const quorvel::Text& text) {
   // Bytes that follow half a character would be converted apart from that half.
   if (!text.Extends(old) || !EndsInAscii(old)) return mNative->SetText(NativeText(text));
   const quorvel::Text added = MidB(text, int64_t{LenB(old)} + 1);
-  if (!added.IsEmpty()) mNative->AppendText(NativeText(added));
+  if (!added.IsEmpty()) mNative->AppendText(ConvertEncoding(added, Encodings::UTF8).Bytes());
 }
 
 Ref<StyledTextPrinter> EditField::styledTextPrinter(const Ref<Graphics>& graphics,

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <exception>
+#include <functional>
 #include <map>
 
 #include "native/native.h"
@@ -46,8 +47,8 @@ std::vector<Ref<Window>>& OpenWindows() {
   return windows;
 }
 
-std::map<std::string, Ref<Window>>& _mImplicitWindowList() {
-  static std::map<std::string, Ref<Window>> windows;
+std::map<std::string, Ref<Window>, std::less<>>& _mImplicitWindowList() {
+  static std::map<std::string, Ref<Window>, std::less<>> windows;
   return windows;
 }
 
@@ -135,9 +136,9 @@ void Window::_AddControl(const Text& name, const Ref<Object>& object) {
   control->_Attach(*mNative);
 }
 
-Ref<Object> Window::_Control(const Text& name) const {
+Ref<Object> Window::_Control(std::string_view name) const {
   const auto found = std::ranges::find_if(
-      _mControls, [&](const auto& entry) { return StrComp(entry.first, name, 0) == 0; });
+      _mControls, [&](const auto& entry) { return entry.first.Bytes() == name; });
   return found == _mControls.end() ? Nil : found->second;
 }
 
@@ -224,7 +225,7 @@ void Window::OnMouseReleased(native::Point point) {
   });
 }
 
-Ref<Object> RuntimeWindowControlByName(const Window& window, const Text& name) {
+Ref<Object> RuntimeWindowControlByName(const Window& window, std::string_view name) {
   return window._Control(name);
 }
 
@@ -259,8 +260,8 @@ void ReleaseAll() {
 
 }  // namespace _WindowSupport
 
-Ref<Window> _GetImplicitWindow(const Text& class_name) {
-  const auto found = _mImplicitWindowList().find(std::string(class_name.Bytes()));
+Ref<Window> _GetImplicitWindow(std::string_view class_name) {
+  const auto found = _mImplicitWindowList().find(class_name);
   return found == _mImplicitWindowList().end() ? Nil : found->second;
 }
 

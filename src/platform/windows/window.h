@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -47,7 +48,7 @@ class Window : public Object, private native::WindowListener {
 
   /// Adds a control, or another `_PaneChild`, under its name.
   void _AddControl(const Text& name, const Ref<Object>& object);
-  [[nodiscard]] Ref<Object> _Control(const Text& name) const;
+  [[nodiscard]] Ref<Object> _Control(std::string_view name) const;
   /// Allocates an object for the window's code, which then calls its constructor. The object's
   /// life does not depend on the window's.
   template <class T>
@@ -84,7 +85,7 @@ class Window : public Object, private native::WindowListener {
     Ref<T> created = __New<T>();
     created->Constructor();
     _AddControl(name, created);
-    _SetProperties(_Control(name), properties);
+    _SetProperties(_Control(name.Bytes()), properties);
     return created;
   }
 
@@ -120,7 +121,7 @@ inline void _SetProperties(Window& window, PropertySet properties) {
 }
 
 /// The control or timer of that name in the window, or Nil.
-[[nodiscard]] Ref<Object> RuntimeWindowControlByName(const Window& window, const Text& name);
+[[nodiscard]] Ref<Object> RuntimeWindowControlByName(const Window& window, std::string_view name);
 
 /// The open windows, the front one first.
 namespace _WindowSupport {
@@ -135,7 +136,7 @@ void ReleaseAll();
 }  // namespace _WindowSupport
 
 /// The open window of the class with that full name, or Nil.
-[[nodiscard]] Ref<Window> _GetImplicitWindow(const Text& class_name);
+[[nodiscard]] Ref<Window> _GetImplicitWindow(std::string_view class_name);
 
 /// The one window of class `W`, made and opened if there is none.
 template <class W>
