@@ -197,7 +197,7 @@ class Pins : public testing::Test {
     arrival.at = SteadyTime(at);
     arrival.head.stamp = at;
     arrival.bytes = text;
-    mPins.Judge(arrival, mDeliver);
+    mPins.Judge(std::move(arrival), mDeliver);
     return std::exchange(mDelivered, {});
   }
   struct Copy {
@@ -217,7 +217,7 @@ class Pins : public testing::Test {
 
   SenderPins mPins;
   std::string mDelivered;
-  SenderPins::Deliver mDeliver = [this](const Arrival& arrival) { mDelivered += arrival.bytes; };
+  SenderPins::Deliver mDeliver = [this](Arrival&& arrival) { mDelivered += arrival.bytes; };
 };
 
 TEST_F(Pins, HoldASenderForASecondAndAreForgottenInTheEnd) {

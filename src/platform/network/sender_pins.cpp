@@ -1,6 +1,7 @@
 #include "platform/network/sender_pins.h"
 
 #include <iterator>
+#include <utility>
 
 namespace quorvel {
 
@@ -15,12 +16,12 @@ uint64_t SenderOf(const Arrival& arrival) {
 
 }  // namespace
 
-void SenderPins::Judge(const Arrival& arrival, const Deliver& deliver) {
+void SenderPins::Judge(Arrival&& arrival, const Deliver& deliver) {
   const auto pin = Find(arrival);
   while (!mHeld.empty() && arrival.at - mHeld.front().at > kHold) mHeld.pop_front();
   if (pin->interface != arrival.head.interface) {
     if (arrival.at - pin->heard <= kHold) {
-      TakeCopy(*pin, arrival);
+      TakeCopy(*pin, std::move(arrival));
       return;
     }
     Release(*pin, deliver);
@@ -28,7 +29,7 @@ void SenderPins::Judge(const Arrival& arrival, const Deliver& deliver) {
   }
   TakeOriginal(*pin, arrival);
   mPins.splice(mPins.end(), mPins, pin);
-  deliver(arrival);
+  deliver(std::move(arrival));
 }
 
 SenderPins::Pin SenderPins::PinOf(const Arrival& arrival) {
@@ -53,27 +54,27 @@ void SenderPins::TakeOriginal(Pin& pin, const Arrival& arrival) {
     if (before_original * kClearly < after_original) pin.copy_comes_first = true;
     if (after_original * kClearly < before_original) pin.copy_comes_first = false;
   }
-  if (pin.copies > 0) Release(pin, [](const Arrival&) {});
+  if (pin.copies > 0) Release(pin, [](Arrival&&) {});
   pin.copies = 0;
   pin.heard = arrival.at;
   pin.original_stamp = arrival.head.stamp;
 }
 
-void SenderPins::TakeCopy(Pin& pin, const Arrival& arrival) {
+void SenderPins::TakeCopy(Pin& pin, Arrival&& arrival) {
   if (pin.other == 0) pin.other = arrival.head.interface;
   if (pin.other != arrival.head.interface) return;
   pin.copy_stamp = arrival.head.stamp;
   const bool is_of_last_original = ++pin.copies == 1 && !pin.copy_comes_first;
   if (is_of_last_original) return;
   if (mHeld.size() == kMostHeld) mHeld.pop_front();
-  mHeld.push_back(arrival);
+  mHeld.push_back(std::move(arrival));
 }
 
 void SenderPins::Release(const Pin& pin, const Deliver& deliver) {
   for (auto held = mHeld.begin(); held != mHeld.end();) {
     const auto next = std::next(held);
     if (SenderOf(*held) == pin.sender) {
-      deliver(*held);
+      deliver(std::move(*held));
       mHeld.erase(held);
     }
     held = next;
@@ -87,7 +88,7 @@ void SenderPins::Unpin(InterfaceIndex interface, const Deliver& deliver) {
       Release(*pin, deliver);
       Forget(pin);
     } else if (pin->other == interface) {
-      Release(*pin, [](const Arrival&) {});
+      Release(*pin, [](Arrival&&) {});
       pin->other = 0;
       pin->copies = 0;
       pin->copy_comes_first = false;

@@ -20,7 +20,7 @@ namespace quorvel {
 /// interface turns out to be lost: all but the copy of the last original.
 class SenderPins {
  public:
-  using Deliver = std::function<void(const Arrival&)>;
+  using Deliver = std::function<void(Arrival&&)>;
 
   static constexpr std::chrono::seconds kHold{1};
   static constexpr std::chrono::minutes kAge{10};
@@ -30,7 +30,7 @@ class SenderPins {
   /// Calls `deliver` with the arrival unless the arrival is a copy. When the pinned interface has
   /// not brought the sender in for more than a second, the pin moves to the arrival's interface,
   /// and copies that are held come first. Arrivals come in the order of their times.
-  void Judge(const Arrival& arrival, const Deliver& deliver);
+  void Judge(Arrival&& arrival, const Deliver& deliver);
   /// Unpins the senders of an interface that has lost the link, or is gone, and calls `deliver`
   /// with their copies that are held.
   void Unpin(InterfaceIndex interface, const Deliver& deliver);
@@ -55,7 +55,7 @@ class SenderPins {
   static Pin PinOf(const Arrival& arrival);
   Pins::iterator Find(const Arrival& arrival);
   void TakeOriginal(Pin& pin, const Arrival& arrival);
-  void TakeCopy(Pin& pin, const Arrival& arrival);
+  void TakeCopy(Pin& pin, Arrival&& arrival);
   void Release(const Pin& pin, const Deliver& deliver);
   void Forget(Pins::iterator pin);
 

@@ -202,9 +202,9 @@ bool UDPSocket::SendToGroup(Ipv4Address group, const Text& data) {
 
 Ref<Datagram> UDPSocket::Read(std::nullptr_t) {
   if (mReceived.empty()) return Nil;
-  auto oldest = mReceived.front();
+  const Arrival oldest = std::move(mReceived.front());
   mReceived.pop_front();
-  return oldest;
+  return New<Datagram>(mAddresses.Of(oldest.head.from), Text::FromBytes(oldest.bytes));
 }
 
 void UDPSocket::DeliverWaiting() { DeliverBatch(); }
@@ -216,9 +216,9 @@ void UDPSocket::TakeAndDeliver() {
 
 UDPSocket::Delivery UDPSocket::DeliverBatch() {
   if (!mReceiver) return Delivery::Nothing;
-  const auto batch = mReceiver->Take(kBatch);
-  for (const Received& received : batch) {
-    if (const auto* const arrival = std::get_if<Arrival>(&received)) Judge(*arrival);
+  auto batch = mReceiver->Take(kBatch);
+  for (Received& received : batch) {
+    if (auto* const arrival = std::get_if<Arrival>(&received)) Judge(std::move(*arrival));
     if (const auto* const lost = std::get_if<LostLink>(&received)) {
       mPins.Unpin(lost->interface, Accepting());
     }
@@ -234,8 +234,8 @@ void UDPSocket::Fail(int error) {
   Event_Error();
 }
 
-void UDPSocket::Judge(const Arrival& arrival) {
-  const auto& head = arrival.head;
+void UDPSocket::Judge(Arrival&& arrival) {
+  const ReceivedBytes& head = arrival.head;
   const bool to_group = IsMulticast(head.to);
   if (head.broadcast || (to_group && !mLinks->Wants(head.to))) {
     ++mDrops.foreign;
@@ -243,23 +243,22 @@ void UDPSocket::Judge(const Arrival& arrival) {
     mLinks->Heard(head.from, head.interface);
     // Counts the datagram as a copy until the pins deliver the datagram.
     ++mDrops.doubles;
-    mPins.Judge(arrival, Accepting());
+    mPins.Judge(std::move(arrival), Accepting());
   } else {
-    Accept(arrival);
+    Accept(std::move(arrival));
   }
 }
 
 SenderPins::Deliver UDPSocket::Accepting() {
-  return [this](const Arrival& arrival) {
+  return [this](Arrival&& arrival) {
     --mDrops.doubles;
-    Accept(arrival);
+    Accept(std::move(arrival));
   };
 }
 
-void UDPSocket::Accept(const Arrival& arrival) {
+void UDPSocket::Accept(Arrival&& arrival) {
   Heard(arrival.head);
-  mReceived.push_back(
-      New<Datagram>(mAddresses.Of(arrival.head.from), Text::FromBytes(arrival.bytes)));
+  mReceived.push_back(std::move(arrival));
 }
 
 void UDPSocket::Poll() {

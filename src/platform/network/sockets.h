@@ -165,8 +165,8 @@ class UDPSocket : public SocketCore {
   void TakeAndDeliver();
   Delivery DeliverBatch();
   void Fail(int error);
-  void Judge(const Arrival& arrival);
-  void Accept(const Arrival& arrival);
+  void Judge(Arrival&& arrival);
+  void Accept(Arrival&& arrival);
   SenderPins::Deliver Accepting();
 
   bool mSendOnly = false;
@@ -181,7 +181,7 @@ class UDPSocket : public SocketCore {
   DropCounts mDrops;
   /// The number of a receive failure since the last `Poll`, 0 without a failure.
   int32_t mReceiveError = 0;
-  std::deque<Ref<Datagram>> mReceived;
+  std::deque<Arrival> mReceived;
   AddressTexts mAddresses;
 };
 
