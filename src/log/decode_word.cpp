@@ -1,14 +1,15 @@
 #include "log/decode_word.h"
 
 #include <cstddef>
+#include <cstdint>
 
 namespace quorvel::mGlobals {
 
 namespace {
 
-constexpr void MirrorWithin(ByteTable& table, char first, char last) {
-  for (int c = first; c <= last; ++c) {
-    table[static_cast<size_t>(c)] = static_cast<char>(first + (last - c));
+constexpr void MirrorWithin(ByteTable& table, uint8_t first, uint8_t last) {
+  for (uint8_t byte = first; byte <= last; ++byte) {
+    table[byte] = static_cast<char>(first + (last - byte));
   }
 }
 
