@@ -90,13 +90,14 @@ SharedBytes SharedBytes::Joined(std::string_view tail) const {
 }
 
 void SharedBytes::Append(std::string_view tail) {
+  if (tail.empty()) return;
   if (HasRoomFor(tail.size())) {
     mBuffer->Append(tail);
     mView = {mView.data(), mView.size() + tail.size()};
     return;
   }
   const bool shared = mBuffer == nullptr || mBuffer->references > 1;
-  if (shared || tail.empty()) {
+  if (shared) {
     *this = Joined(tail);
     return;
   }
