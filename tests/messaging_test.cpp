@@ -230,6 +230,15 @@ TEST_F(Messaging, AMessageStaysInItsBufferUntilItsHandlerReturns) {
   };
   EXPECT_THAT(Delivered(), ElementsAre("10.0.0.1 1 a1", "10.0.0.1 1 a1", "10.0.0.1 1 a1",
                                        "10.0.0.2 1 b1", "10.0.0.1 1 a2", "10.0.0.3 1 c1"));
+  // A look inside the handler takes both messages; the look outside keeps the second.
+  Arrives(kAnna, Packet("a3") + Packet("a4"));
+  mSocket->act = [this] {
+    mSocket->act = [] {};
+    Arrives(kAnna, "");
+    mSocket->Poll();
+  };
+  EXPECT_THAT(Delivered(),
+              ElementsAre("10.0.0.1 1 a3", "10.0.0.1 1 a3", "10.0.0.1 1 a4", "10.0.0.1 1 a4"));
 }
 
 TEST_F(Messaging, AWaitEndsWithTheAwaitedMessageAndDropsTheOthers) {
