@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstdint>
 #include <limits>
-#include <string_view>
 #include <utility>
 
 #include "messaging/easy_udp_socket.h"
@@ -28,15 +27,6 @@ int32_t PacketSize(const Text& data) {
 // A packet length below the header's size, or below 0, means an empty payload.
 int32_t PayloadSize(int32_t packet_length) {
   return packet_length < kHeaderSize ? 0 : packet_length - kHeaderSize;
-}
-
-// The length field at the front of the buffer, as a `Long` of a block would read the field.
-int32_t LengthIn(const Text& buffer) {
-  const std::string_view bytes = buffer.Bytes();
-  if (bytes.size() < sizeof(uint32_t)) return std::numeric_limits<int32_t>::max();
-  uint32_t length = 0;
-  for (size_t i = 0; i < sizeof length; ++i) length = length << 8 | static_cast<uint8_t>(bytes[i]);
-  return static_cast<int32_t>(length);
 }
 
 // A block that shares the buffer's bytes. Of a buffer above 2 GiB the block has the first 2 GiB,
@@ -95,7 +85,7 @@ bool EasyUDPSocket::Sweep() {
 bool EasyUDPSocket::TakeMessage(int32_t index) {
   const Text from = mBuffers.Key(index);
   const Text buffer = mBuffers.Value(from);
-  if (LengthIn(buffer) == 0) NoteIdleLook(index);
+  if (BlockOf(buffer).Long(kLengthOffset) == 0) NoteIdleLook(index);
   int32_t consumed = 0;
   if (!CheckForSingleMessage(from, buffer, consumed)) {
     mListed.erase(index);
@@ -138,7 +128,7 @@ std::vector<UnfinishedStream> EasyUDPSocket::Unfinished() const {
     const Text from = mBuffers.Key(index);
     const Text buffer = mBuffers.Value(from);
     const auto held = static_cast<int64_t>(buffer.Bytes().size());
-    const int32_t announced = LengthIn(buffer);
+    const int32_t announced = BlockOf(buffer).Long(kLengthOffset);
     if (held != 0 && (announced == 0 || announced > held)) {
       unfinished.push_back({from, held, announced});
     }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 #include "platform/values/exceptions.h"
 
@@ -34,19 +35,19 @@ std::string_view MemoryBlock::Bytes() const {
 
 std::string& MemoryBlock::OwnBytes() {
   if (!std::holds_alternative<std::string>(mBytes)) {
-    const auto* const shared = std::get_if<Text>(&mBytes);
-    mBytes = shared == nullptr ? std::string(static_cast<size_t>(mSize), '\0')
-                               : std::string(shared->Bytes());
+    std::string own(Bytes());
+    own.resize(static_cast<size_t>(mSize));
+    mBytes = std::move(own);
   }
   return std::get<std::string>(mBytes);
 }
 
 int32_t MemoryBlock::Long(int32_t offset) const {
   if (!Fits(offset, kLongSize)) return std::numeric_limits<int32_t>::max();
-  const std::string_view bytes =
-      Bytes().substr(std::min(Bytes().size(), static_cast<size_t>(offset)));
+  if (Bytes().empty()) return 0;
+  const std::string_view bytes = Bytes().substr(static_cast<size_t>(offset));
   uint32_t value = 0;
-  for (int32_t i = 0; i < kLongSize && !bytes.empty(); ++i) {
+  for (int32_t i = 0; i < kLongSize; ++i) {
     value |= uint32_t{static_cast<uint8_t>(bytes[static_cast<size_t>(i)])} << ShiftOf(i);
   }
   return static_cast<int32_t>(value);

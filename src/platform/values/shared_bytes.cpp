@@ -66,7 +66,6 @@ SharedBytes SharedBytes::Slice(size_t offset, size_t length) const {
 }
 
 bool SharedBytes::HasRoomFor(size_t tail) const {
-  if (mBuffer == nullptr) return false;
   const bool at_end = mView.data() + mView.size() == mBuffer->Data() + mBuffer->used;
   const bool fits = mBuffer->capacity - mBuffer->used >= tail;
   const bool sparse =
@@ -74,40 +73,27 @@ bool SharedBytes::HasRoomFor(size_t tail) const {
   return at_end && fits && !sparse;
 }
 
-SharedBytes SharedBytes::Joined(std::string_view tail) const {
-  if (tail.empty()) return *this;
-  if (mView.empty()) return Copy(tail);
-  const size_t size = mView.size() + tail.size();
-  if (HasRoomFor(tail.size())) {
-    mBuffer->Append(tail);
-    ++mBuffer->references;
-    return {mBuffer, {mView.data(), size}};
-  }
-  Buffer* const buffer = Make(Roomy(size));
-  const char* const start = buffer->Append(mView).data();
-  buffer->Append(tail);
-  return {buffer, {start, size}};
-}
-
 void SharedBytes::Append(std::string_view tail) {
   if (tail.empty()) return;
-  if (HasRoomFor(tail.size())) {
+  const size_t size = mView.size() + tail.size();
+  if (mBuffer == nullptr) {
+    *this = Copy(tail);
+  } else if (HasRoomFor(tail.size())) {
     mBuffer->Append(tail);
-    mView = {mView.data(), mView.size() + tail.size()};
-    return;
+    mView = {mView.data(), size};
+  } else if (mBuffer->references > 1) {
+    Buffer* const buffer = Make(Roomy(size));
+    const char* const start = buffer->Append(mView).data();
+    buffer->Append(tail);
+    *this = {buffer, {start, size}};
+  } else {
+    std::memmove(mBuffer->Data(), mView.data(), mView.size());
+    mBuffer->used = mView.size();
+    mView = {mBuffer->Data(), mBuffer->used};
+    mBuffer = Resized(mBuffer, Roomy(size));
+    mBuffer->Append(tail);
+    mView = {mBuffer->Data(), size};
   }
-  const bool shared = mBuffer == nullptr || mBuffer->references > 1;
-  if (shared) {
-    *this = Joined(tail);
-    return;
-  }
-  const size_t held = mView.size();
-  std::memmove(mBuffer->Data(), mView.data(), held);
-  mBuffer->used = held;
-  mView = {mBuffer->Data(), held};
-  mBuffer = Resized(mBuffer, Roomy(held + tail.size()));
-  mBuffer->Append(tail);
-  mView = {mBuffer->Data(), held + tail.size()};
 }
 
 SharedBytes SharedBytes::Compact() const {

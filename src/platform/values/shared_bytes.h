@@ -42,13 +42,12 @@ class SharedBytes {
   /// `length` bytes from `offset` (from 0) on, in the same buffer. The range must lie inside the
   /// bytes of this value.
   [[nodiscard]] SharedBytes Slice(size_t offset, size_t length) const;
-  /// The bytes of this value followed by `tail`. When the bytes of this value end the used part of
-  /// the buffer and the buffer has room, `tail` is written behind the used part; else all bytes go
-  /// to a new buffer. A text that grows at the end costs the length of each `tail`, amortised.
-  [[nodiscard]] SharedBytes Joined(std::string_view tail) const;
-  /// Adds `tail`, which must not be a part of this value, to the end of this value. Makes room in
-  /// place when no other value shares the buffer, so that a growing value never has its bytes twice
-  /// in memory where the system's allocator can move pages.
+  /// Adds `tail` to the end of this value, and changes no other value. When the bytes of this value
+  /// end the used part of the buffer and the buffer has room, `tail` is written behind the used
+  /// part, so a value that grows at the end costs the length of each `tail`, amortised. Else room
+  /// is made: in place when no other value shares the buffer, so that a growing value never has its
+  /// bytes twice in memory where the system's allocator can move pages; `tail` must not be a part
+  /// of such a value. A shared value moves to a new buffer.
   void Append(std::string_view tail);
   /// The same bytes, copied when the buffer keeps much more memory than twice their length.
   [[nodiscard]] SharedBytes Compact() const;

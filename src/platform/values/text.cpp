@@ -102,13 +102,10 @@ Text Text::Compact() const {
 }
 
 Text& Text::operator+=(const Text& tail) {
-  if (!IsEmpty() && &tail != this) return Join(tail.Bytes(), tail.mEncoding);
-  const SharedBytes bytes = IsEmpty() ? tail.mBytes : mBytes.Joined(tail.Bytes());
-  const TextEncoding encoding = std::max(mEncoding, tail.mEncoding);
-  *this = {};
-  mBytes = bytes;
-  mEncoding = encoding;
-  return *this;
+  const SharedBytes added = tail.mBytes;  // a text joined to itself is shared, and moves no bytes
+  if (!IsEmpty()) return Join(added.View(), tail.mEncoding);
+  mBytes = added;
+  return Join({}, tail.mEncoding);
 }
 
 Text& Text::Join(std::string_view tail, TextEncoding encoding) {
