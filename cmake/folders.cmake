@@ -4,10 +4,12 @@
 set(QUORVEL_CONTRACT "platform/values platform/runtime platform/files platform/windows platform/network")
 set(QUORVEL_FOLDERS
   "native:"
+  "native/text:"
   "native/posix: native"
   "native/headless: native"
-  "native/qt: native"
-  "platform/values:"
+  "native/qt/view: native/text"
+  "native/qt: native native/text native/qt/view"
+  "platform/values: native/text"
   "platform/runtime: native platform/values"
   "platform/files: native platform/values platform/runtime"
   "platform/windows: native platform/values platform/runtime platform/files"

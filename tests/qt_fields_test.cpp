@@ -6,17 +6,17 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QLineEdit>
-#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTest>
-#include <QTextBlock>
 #include <QWheelEvent>
 #include <functional>
 #include <string>
 #include <tuple>
+#include <utility>
 
 #include "native/qt/side.h"
+#include "native/qt/view/text_view.h"
 #include "support/recorder.h"
 
 namespace quorvel {
@@ -65,18 +65,19 @@ class QtLog : public QtFields {
     mLook.FollowsEnd = true;
     Grow();
   }
-  QPlainTextEdit& View() { return Find<QPlainTextEdit>(); }
+  qt::TextView& View() { return dynamic_cast<qt::TextView&>(Find<QAbstractScrollArea>()); }
+  void Show(const std::string& text) {
+    const size_t kept = text.starts_with(mText) ? mText.size() : 0;
+    const std::string shown = std::exchange(mText, text);
+    mField->ShowText(mText, kept);
+  }
   void Grow() {
-    for (int i = 0; i < 60; ++i) mField->AppendText("a line that wraps in a narrow view\n");
+    for (int i = 0; i < 60; ++i) Show(mText + "a line that wraps in a narrow view\n");
     mField->Update(mLook);
     QCoreApplication::processEvents();
   }
-  bool EndInSight() {
-    QTextCursor end(View().document());
-    end.setPosition(View().document()->characterCount() - 2);  // before the last line end
-    return View().viewport()->rect().contains(View().cursorRect(end).center());
-  }
-  int TopLine() { return View().cursorForPosition({5, 5}).blockNumber(); }
+  bool EndInSight() { return View().CurrentPage().EndInSight(); }
+  size_t Top() { return View().CurrentPage().Bytes().begin; }
   void Wheel(int units, Qt::KeyboardModifiers keys = Qt::NoModifier) {
     QWidget& over = *View().viewport();
     QWheelEvent event(over.rect().center(), over.mapToGlobal(over.rect().center()), {}, {0, units},
@@ -87,6 +88,7 @@ class QtLog : public QtFields {
   void Key(Qt::Key key) { QTest::keyClick(&View(), key, Qt::ControlModifier); }
 
   native::TextFieldState mLook = Field(true);
+  std::string mText;
   std::unique_ptr<native::TextField> mField = mWindow->AddTextField(mLook, mUser);
 };
 
@@ -106,18 +108,19 @@ TEST_F(QtLog, FollowsItsEndUntilTheUserScrollsAway) {
     step();
     mField->Update(mLook);
     QCoreApplication::processEvents();
-    const int top = TopLine();
+    const size_t top = Top();
     EXPECT_TRUE(EndInSight() || !follows) << name;
     Grow();
     EXPECT_EQ(EndInSight(), follows) << name;
-    EXPECT_TRUE(follows || TopLine() == top) << name;
+    EXPECT_TRUE(follows || Top() == top) << name;
   }
 }
 
 TEST_F(QtLog, RightToLeftLinesStandAtTheRightEdge) {
-  mField->SetText("one\n\u05E9\u05DC\u05D5\u05DD\nthree\n");
-  const auto left = [&](int line) {
-    return View().cursorRect(QTextCursor(View().document()->findBlockByNumber(line))).left();
+  Show("one\n\u05E9\u05DC\u05D5\u05DD\nthree\n");
+  const auto left = [&](size_t line) {
+    const qt::Row& row = View().CurrentPage().Shown().at(line).row;
+    return row.XOf(row.Bytes().begin);
   };
   EXPECT_LT(left(0), 20);
   EXPECT_GT(left(1), 260);
@@ -157,7 +160,7 @@ TEST_F(QtFields, LineEndsEnteredIntoASingleLineAreDroppedBeforeTheLimitCounts) {
       {"", "\U0001F426\U0001F426345678901", "\U0001F426\U0001F426345678"},
       {"a\nb", "\nc", "a\nbc"}};
   for (const auto& [set, entered, result] : cases) {
-    field->SetText(set);
+    field->ShowText(set, 0);
     line.setFocus();
     QGuiApplication::clipboard()->setText(entered);
     line.end(false);

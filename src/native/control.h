@@ -13,7 +13,7 @@ namespace quorvel::native {
 // after each change of a member. A native control shows the state and keeps no other.
 //
 // Lengths and positions are in logical pixels and count from the upper left corner of the window's
-// content. Colours are "#rrggbb". Texts are valid UTF-8.
+// content. Colours are "#rrggbb". Texts of states are valid UTF-8.
 
 /// The members that controls of all kinds show.
 struct ControlState {
@@ -60,11 +60,12 @@ struct TextFieldState : TextState {
   bool ScrollbarVertical = false;    ///< shown when the text is higher than a field of many lines
   bool ScrollbarHorizontal = false;  ///< instead of wrapping at the width of a field of many lines
   bool Password = false;             ///< the characters of a single line are hidden
-  bool ReadOnly = false;             ///< the user can select and copy, not edit
+  bool ReadOnly = false;             ///< the user can select, copy and search, not edit; never
+                                     ///< changes in a field of many lines
   bool Border = true;
   bool UseFocusRing = true;  ///< a frame can be seen around a field that has the keyboard
   bool AcceptTabs = false;   ///< the Tab key enters a tab into many lines, or moves the keyboard on
-  bool FollowsEnd = false;   ///< a field of many lines follows its end (`native/following.h`)
+  bool FollowsEnd = false;   ///< a field of many lines follows its end (`native/text/following.h`)
   int32_t LimitText = 0;     ///< the most characters that the user can enter into a single line; 0:
                              ///< no limit. A longer text that the program sets is shown whole
 };
@@ -106,12 +107,14 @@ using Canvas = StatefulControl<CanvasState>;
 /// change.
 class TextField : public StatefulControl<TextFieldState> {
  public:
-  /// Replaces the whole text. A field with `FollowsEnd` keeps its position in the text or its end
-  /// in sight; any other field shows the new text from the top. No `OnEdited` comes of this call.
-  virtual void SetText(std::string_view text) = 0;
-  /// Adds at the end; the cost is that of `text` alone. A native side may wait until the current
-  /// handler has returned before the text is shown.
-  virtual void AppendText(std::string_view text) = 0;
+  /// Shows `text`. The bytes stay as they are until the next call or until the end of the field, so
+  /// that a field need not keep a copy. Any bytes are allowed: bytes that are no part of a
+  /// well-formed UTF-8 sequence are read as ISO 8859-1. The first `kept` bytes are the first bytes
+  /// of the former text, which the call costs nothing for; 0 stands for another text. A field that
+  /// follows its end keeps its position in any text; another field shows another text from the top.
+  /// The field may wait until the current handler has returned before it shows the text. No
+  /// `OnEdited` comes of this call.
+  virtual void ShowText(std::string_view text, size_t kept) = 0;
 };
 
 /// What the user does to a text field. The listener outlives the field.
@@ -122,6 +125,9 @@ class TextFieldListener {
   /// returns. A line end that is entered into a single line, by whichever way, is dropped before
   /// the limit counts and before this call.
   virtual void OnEdited(std::string_view text) = 0;
+  /// Keeps the bytes of the shown text as they are now, also after the text has changed and the
+  /// field is gone, until the last copy of the pointer goes.
+  [[nodiscard]] virtual std::shared_ptr<const void> KeepText() = 0;
 };
 
 }  // namespace quorvel::native

@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "native/text/utf8.h"
 #include "support/hands.h"
 #include "support/side.h"
 
@@ -26,7 +27,9 @@ class HeadlessHands : public Hands {
   void Post(std::function<void()> step) override { side.loop.Post(std::move(step)); }
 
   bool IsOpen(const std::string& title) override { return side.windows.Find(title) != nullptr; }
-  std::string ShownText(const std::string& field) override { return Control(field)->text; }
+  std::string ShownText(const std::string& field) override {
+    return ToValidUtf8(Control(field)->text);
+  }
   std::vector<std::string> Messages() override { return side.dialogs.messages; }
 
   void PressCloseButton(const std::string& title) override { Listener(title).OnCloseRequested(); }

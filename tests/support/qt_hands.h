@@ -16,6 +16,7 @@
 #include <utility>
 
 #include "native/qt/side.h"
+#include "native/qt/view/text_view.h"
 #include "support/hands.h"
 
 namespace quorvel {
@@ -70,7 +71,8 @@ class QtHands : public Hands {
   std::string ShownText(const std::string& field) override {
     QCoreApplication::processEvents();
     if (auto* const line = Control<QLineEdit>(field)) return Std(line->text());
-    return Std(Control<QPlainTextEdit>(field)->toPlainText());
+    if (auto* const area = Control<QPlainTextEdit>(field)) return Std(area->toPlainText());
+    return std::string(Control<qt::TextView>(field)->Text());
   }
   /// The content's size and the user's limits, then a line for each control, as in `windows.txt`:
   /// the name, the rectangle, the kind and the look, with the first line of a field's text or the
@@ -143,13 +145,13 @@ class QtHands : public Hands {
     return Std(QString("%1x%2").arg(size.width()).arg(size.height()));
   }
   template <class Field>
-  static std::string FieldLook(const Field& field, const QString& text) {
+  static std::string FieldLook(const Field& field, const QString& text, bool read_only) {
     const QPalette& colours = field.palette();
     return Std(QString("field '%1' %2px %3 on %4%5")
                    .arg(text.section('\n', 0, 0))
                    .arg(std::max(field.font().pixelSize(), 0))
                    .arg(colours.color(QPalette::Text).name(), colours.color(QPalette::Base).name(),
-                        field.isReadOnly() ? " read-only" : ""));
+                        read_only ? " read-only" : ""));
   }
   static std::string KindLook(QWidget& widget) {
     if (const auto* const label = qobject_cast<QLabel*>(&widget)) {
@@ -161,10 +163,13 @@ class QtHands : public Hands {
     }
     if (const auto* const line = qobject_cast<QLineEdit*>(&widget)) {
       const bool secret = line->echoMode() != QLineEdit::Normal;
-      return FieldLook(*line, line->text()) + (secret ? " secret" : "");
+      return FieldLook(*line, line->text(), line->isReadOnly()) + (secret ? " secret" : "");
     }
     if (const auto* const area = qobject_cast<QPlainTextEdit*>(&widget)) {
-      return FieldLook(*area, area->toPlainText()) + " many lines";
+      return FieldLook(*area, area->toPlainText(), area->isReadOnly()) + " many lines";
+    }
+    if (const auto* const view = dynamic_cast<qt::TextView*>(&widget)) {
+      return FieldLook(*view, QString::fromUtf8(view->Text()), true) + " many lines";
     }
     if (const auto* const button = qobject_cast<QPushButton*>(&widget)) {
       return "button '" + Std(button->text()) + "'";
@@ -199,8 +204,8 @@ class QtHands : public Hands {
   template <class Widget>
   static Widget* Control(const std::string& name) {
     for (auto* const window : QApplication::topLevelWidgets()) {
-      auto* const found = window->findChild<Widget*>(QString::fromStdString(name));
-      if (found != nullptr && window->isVisible()) return found;
+      QWidget* const found = window->findChild<QWidget*>(QString::fromStdString(name));
+      if (found != nullptr && window->isVisible()) return dynamic_cast<Widget*>(found);
     }
     return nullptr;
   }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -17,11 +19,13 @@ struct Recorder : native::WindowListener, native::TextFieldListener, native::Men
   void OnMousePressed(native::Point) override { events.emplace_back("pressed"); }
   void OnMouseReleased(native::Point) override { events.emplace_back("released"); }
   void OnEdited(std::string_view text) override { events.emplace_back(text); }
+  std::shared_ptr<const void> KeepText() override { return keep ? keep() : nullptr; }
   void OnMenuNeeded() override {}
   void OnMenuChosen(std::string_view) override {}
   void OnShortcut(std::string_view shortcut) override { events.emplace_back(shortcut); }
 
   std::vector<std::string> events;
+  std::function<std::shared_ptr<const void>()> keep;
 };
 
 }  // namespace quorvel

@@ -50,11 +50,11 @@ class Control : public Kind {
 class TextField : public Control<native::TextField, native::TextFieldState> {
  public:
   using Control::Control;
-  void SetText(std::string_view text) override {
-    mShown->text = text;
-    ++mShown->whole_texts;
+  void ShowText(std::string_view text, size_t kept) override {
+    if (kept < mShown->text.size()) ++mShown->whole_texts;
+    mShown->text.resize(kept);
+    mShown->text += text.substr(kept);
   }
-  void AppendText(std::string_view text) override { mShown->text += text; }
 };
 
 class Window : public native::Window {

@@ -10,6 +10,7 @@
 
 #include "native/qt/canvas.h"
 #include "native/qt/controls.h"
+#include "native/qt/reading_area.h"
 #include "native/qt/strings.h"
 #include "native/qt/text_area.h"
 #include "native/qt/text_line.h"
@@ -193,6 +194,9 @@ Window::~Window() {
 
 std::unique_ptr<native::TextField> Window::AddTextField(const native::TextFieldState& state,
                                                         native::TextFieldListener& listener) {
+  if (state.Multiline && state.ReadOnly) {
+    return std::make_unique<ReadingArea>(frame->Inside(), state, listener);
+  }
   if (state.Multiline) return std::make_unique<TextArea>(frame->Inside(), state, listener);
   return std::make_unique<TextLine>(frame->Inside(), state, listener);
 }

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <limits>
 
+#include "native/qt/field_look.h"
 #include "native/qt/font.h"
 #include "native/qt/show_control.h"
 #include "native/qt/strings.h"
-#include "native/qt/text_colors.h"
 
 namespace quorvel::qt {
 
@@ -88,16 +88,12 @@ void TextLine::Refresh() {
   if (widget) widget->repaint();
 }
 
-void TextLine::SetText(std::string_view text) {
+void TextLine::ShowText(std::string_view text, size_t) {
   if (!widget) return;
   const int cursor = widget->cursorPosition();
-  widget->setText(FromUtf8(text));
+  widget->setText(FromBytes(text));
   if (widget->hasFocus()) widget->setCursorPosition(cursor);
   rules.NoteText(widget->text());
-}
-
-void TextLine::AppendText(std::string_view text) {
-  if (widget) SetText(ToUtf8(widget->text()) + std::string(text));
 }
 
 // Setting the text also clears the undo history, which would bring the dropped characters back.

@@ -36,8 +36,7 @@ class TextLine final : public native::TextField {
            native::TextFieldListener& the_listener);
   void Update(const native::TextFieldState& state) override;
   void Refresh() override;
-  void SetText(std::string_view text) override;
-  void AppendText(std::string_view text) override;
+  void ShowText(std::string_view text, size_t kept) override;
 
  private:
   void OnEdited();

@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include "native/qt/view/text_view.h"
+
 namespace quorvel::qt {
 
 namespace {
@@ -24,6 +26,7 @@ bool IsPartOfField(const QWidget* widget) {
   for (; widget != nullptr && !widget->isWindow(); widget = widget->parentWidget()) {
     if (qobject_cast<const QLineEdit*>(widget) != nullptr) return true;
     if (qobject_cast<const QPlainTextEdit*>(widget) != nullptr) return true;
+    if (dynamic_cast<const TextView*>(widget) != nullptr) return true;
   }
   return false;
 }

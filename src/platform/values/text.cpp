@@ -5,7 +5,7 @@
 #include <limits>
 #include <system_error>
 
-#include "platform/values/utf8.h"
+#include "native/text/utf8.h"
 
 namespace quorvel {
 
@@ -182,19 +182,7 @@ bool IsNumeric(const Text& text) {
 
 Text ConvertEncoding(const Text& text, TextEncoding encoding) {
   if (encoding != Encodings::UTF8 || IsValidUtf8(text.Bytes())) return text.WithEncoding(encoding);
-  std::string converted;
-  converted.reserve(text.Bytes().size() + text.Bytes().size() / 8);
-  for (std::string_view rest = text.Bytes(); !rest.empty();) {
-    const Utf8Character character = DecodeUtf8(rest);
-    if (character.well_formed) {
-      converted.append(rest.substr(0, character.length));
-    } else {
-      converted.push_back(static_cast<char>(0xC0 | (character.code >> 6)));
-      converted.push_back(static_cast<char>(0x80 | (character.code & 0x3F)));
-    }
-    rest.remove_prefix(character.length);
-  }
-  return Text::FromBytes(converted, encoding);
+  return Text::FromBytes(ToValidUtf8(text.Bytes()), encoding);
 }
 
 std::string NativeText(const Text& text) {

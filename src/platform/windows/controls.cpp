@@ -80,10 +80,6 @@ Text TextOf(const Property& property) {
   return Text::FromBytes(std::get<std::string_view>(property.value), Encodings::UTF8);
 }
 
-bool EndsInAscii(const Text& text) {
-  return text.IsEmpty() || static_cast<signed char>(text.Bytes().back()) >= 0;
-}
-
 }  // namespace
 
 void Control::Close() {
@@ -152,11 +148,7 @@ bool EditField::AssignProperty(const Property& property) {
 
 void EditField::Text(const quorvel::Text& text) {
   const quorvel::Text old = std::exchange(mText, text);
-  if (!mNative) return;
-  // Bytes that follow half a character would be converted apart from that half.
-  if (!text.Extends(old) || !EndsInAscii(old)) return mNative->SetText(NativeText(text));
-  const quorvel::Text added = MidB(text, int64_t{LenB(old)} + 1);
-  if (!added.IsEmpty()) mNative->AppendText(ConvertEncoding(added, Encodings::UTF8).Bytes());
+  if (mNative) mNative->ShowText(text.Bytes(), text.Extends(old) ? old.Bytes().size() : 0);
 }
 
 Ref<StyledTextPrinter> EditField::styledTextPrinter(const Ref<Graphics>& graphics,
@@ -171,7 +163,7 @@ Ref<StyledTextPrinter> EditField::styledTextPrinter(const Ref<Graphics>& graphic
 
 void EditField::MakeNative(native::Window& window) {
   mNative = window.AddTextField(mState, *this);
-  if (!mText.IsEmpty()) mNative->SetText(NativeText(mText));
+  if (!mText.IsEmpty()) mNative->ShowText(mText.Bytes(), 0);
 }
 
 void EditField::OnEdited(std::string_view text) {

@@ -122,6 +122,9 @@ class EditField : public NativeBacked<TextControl, native::TextFieldState, nativ
 
  private:
   void OnEdited(std::string_view text) override;
+  [[nodiscard]] std::shared_ptr<const void> KeepText() override {
+    return std::make_shared<const quorvel::Text>(mText);
+  }
 
   quorvel::Text mText;
 };

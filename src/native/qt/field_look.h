@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QAbstractScrollArea>
 #include <QPalette>
 
 #include "native/control.h"
@@ -15,6 +16,16 @@ inline QPalette TextFieldColors(const native::TextFieldState& state) {
     colors.setColor(group, QPalette::Text, QColor(FromUtf8(state.TextColor)));
   }
   return colors;
+}
+
+/// The frame and the scroll bars of a field of many lines.
+inline void ShowScrolling(QAbstractScrollArea& area, const native::TextFieldState& state) {
+  const auto shown = [](bool wanted) {
+    return wanted ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff;
+  };
+  area.setFrameShape(state.Border ? QFrame::StyledPanel : QFrame::NoFrame);
+  area.setVerticalScrollBarPolicy(shown(state.ScrollbarVertical));
+  area.setHorizontalScrollBarPolicy(shown(state.ScrollbarHorizontal));
 }
 
 }  // namespace quorvel::qt

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 namespace quorvel {
@@ -18,5 +19,7 @@ struct Utf8Character {
 /// The number of bytes of `bytes` before the first byte that is not ASCII.
 [[nodiscard]] size_t AsciiRun(std::string_view bytes);
 [[nodiscard]] bool IsValidUtf8(std::string_view bytes);
+/// The bytes as UTF-8: well-formed sequences stay, any other byte is read as ISO 8859-1.
+[[nodiscard]] std::string ToValidUtf8(std::string_view bytes);
 
 }  // namespace quorvel

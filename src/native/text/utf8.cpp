@@ -1,4 +1,4 @@
-#include "platform/values/utf8.h"
+#include "native/text/utf8.h"
 
 #include <cstring>
 
@@ -63,6 +63,22 @@ bool IsValidUtf8(std::string_view bytes) {
     if (!character.well_formed) return false;
     bytes.remove_prefix(character.length);
   }
+}
+
+std::string ToValidUtf8(std::string_view bytes) {
+  std::string valid;
+  valid.reserve(bytes.size() + bytes.size() / 8);
+  while (!bytes.empty()) {
+    const Utf8Character character = DecodeUtf8(bytes);
+    if (character.well_formed) {
+      valid.append(bytes.substr(0, character.length));
+    } else {
+      valid.push_back(static_cast<char>(0xC0 | (character.code >> 6)));
+      valid.push_back(static_cast<char>(0x80 | (character.code & 0x3F)));
+    }
+    bytes.remove_prefix(character.length);
+  }
+  return valid;
 }
 
 }  // namespace quorvel

@@ -1,0 +1,95 @@
+#include "native/qt/view/find_line.h"
+
+#include <QCheckBox>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QToolButton>
+
+namespace quorvel::qt {
+
+namespace {
+
+constexpr int kMargin = 3;
+
+QString Words(const FindResult& result) {
+  if (!result.found) return "Not found.";
+  return result.went_round ? "Went on from the other end." : "";
+}
+
+QToolButton* AddButton(QHBoxLayout& layout, const QString& text, std::function<void()> pressed) {
+  auto* const button = new QToolButton;
+  button->setText(text);
+  button->setFocusPolicy(Qt::TabFocus);
+  QObject::connect(button, &QToolButton::clicked, button, std::move(pressed));
+  layout.addWidget(button);
+  return button;
+}
+
+}  // namespace
+
+FindLine::FindLine(QWidget* parent, Search the_search, std::function<void()> the_close)
+    : QWidget(parent),
+      search(std::move(the_search)),
+      close_line(std::move(the_close)),
+      entry(new QLineEdit),
+      match_case(new QCheckBox("Match &case")),
+      told(new QLabel) {
+  setObjectName("find");
+  setAutoFillBackground(true);
+  auto* const layout = new QHBoxLayout(this);
+  layout->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+  entry->setPlaceholderText("Find");
+  entry->setAccessibleName("Find");
+  entry->setClearButtonEnabled(true);
+  layout->addWidget(entry, 1);
+  AddButton(*layout, "Previous", [this] { Go(FindStep::Previous); });
+  AddButton(*layout, "Next", [this] { Go(FindStep::Next); });
+  layout->addWidget(match_case);
+  layout->addWidget(told);
+  AddButton(*layout, "Close", [this] { close_line(); });
+  connect(entry, &QLineEdit::textChanged, this, [this] { Go(FindStep::Typed); });
+  connect(match_case, &QCheckBox::toggled, this, [this] { Go(FindStep::Typed); });
+}
+
+void FindLine::Open(const QString& text) {
+  if (!text.isEmpty()) entry->setText(text);
+  show();
+  entry->setFocus(Qt::ShortcutFocusReason);
+  entry->selectAll();
+}
+
+void FindLine::Go(FindStep step) {
+  if (entry->text().isEmpty()) {
+    told->clear();
+  } else {
+    Tell(search(entry->text(), match_case->isChecked(), step));
+  }
+}
+
+void FindLine::Tell(const FindResult& result) {
+  told->setText(Words(result));
+  QPalette colors;
+  if (!result.found) colors.setColor(QPalette::Base, QColor(255, 220, 220));
+  if (!result.found) colors.setColor(QPalette::Text, Qt::black);
+  entry->setPalette(colors);
+}
+
+void FindLine::keyPressEvent(QKeyEvent* event) {
+  const bool backwards = (event->modifiers() & Qt::ShiftModifier) != 0;
+  switch (event->key()) {
+    case Qt::Key_Escape:
+      close_line();
+      break;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_F3:
+      Go(backwards ? FindStep::Previous : FindStep::Next);
+      break;
+    default:
+      QWidget::keyPressEvent(event);
+  }
+}
+
+}  // namespace quorvel::qt

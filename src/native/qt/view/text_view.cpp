@@ -1,0 +1,453 @@
+#include "native/qt/view/text_view.h"
+
+#include <QApplication>
+#include <QContextMenuEvent>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QPainter>
+#include <QScrollBar>
+#include <algorithm>
+#include <chrono>
+#include <limits>
+
+#include "native/qt/view/paint.h"
+
+namespace quorvel::qt {
+
+namespace {
+
+using std::chrono::milliseconds;
+
+constexpr milliseconds kFrame(16);
+constexpr milliseconds kDragStep(50);
+constexpr qreal kMargin = 4;
+// A selection of up to this size is copied at once, so that a small piece on the clipboard does not
+// keep a long text in memory.
+constexpr size_t kSmallCopy = 65536;
+// The most of a selection that becomes the text to find, in bytes.
+constexpr size_t kLongestWanted = 200;
+
+Motion MotionOf(const QKeyEvent& event) {
+  const bool far = (event.modifiers() & Qt::ControlModifier) != 0;
+  switch (event.key()) {
+    case Qt::Key_Left:
+      return far ? Motion::PreviousWord : Motion::PreviousCharacter;
+    case Qt::Key_Right:
+      return far ? Motion::NextWord : Motion::NextCharacter;
+    case Qt::Key_Up:
+      return Motion::RowUp;
+    case Qt::Key_Down:
+      return Motion::RowDown;
+    case Qt::Key_PageUp:
+      return Motion::PageUp;
+    case Qt::Key_PageDown:
+      return Motion::PageDown;
+    case Qt::Key_Home:
+      return far ? Motion::TextBegin : Motion::RowBegin;
+    case Qt::Key_End:
+      return far ? Motion::TextEnd : Motion::RowEnd;
+    default:
+      return Motion::None;
+  }
+}
+
+// The scroll bar counts bytes, or units of so many bytes that a very long text still fits.
+int UnitsShift(size_t size) {
+  int shift = 0;
+  while ((size >> shift) > static_cast<size_t>(std::numeric_limits<int>::max())) ++shift;
+  return shift;
+}
+
+}  // namespace
+
+TextView::TextView(QWidget* parent, std::function<Keeper()> keep)
+    : QAbstractScrollArea(parent),
+      keeper(std::move(keep)),
+      new_lines(new NewLinesMark(viewport())) {
+  setFocusPolicy(Qt::StrongFocus);
+  viewport()->setCursor(Qt::IBeamCursor);
+  viewport()->setAttribute(Qt::WA_OpaquePaintEvent, false);
+  connect(verticalScrollBar(), &QScrollBar::actionTriggered, this, &TextView::OnBarAction);
+  connect(verticalScrollBar(), &QScrollBar::sliderReleased, this, &TextView::UpdateBars);
+  connect(new_lines, &QPushButton::clicked, this, &TextView::GoToEnd);
+  since_frame.start();
+  LookChanged();
+}
+
+void TextView::ShowText(std::string_view text, size_t kept) {
+  rows.SetText(text, kept);
+  selection.anchor = std::min(selection.anchor, text.size());
+  selection.caret = std::min(selection.caret, text.size());
+  if (kept == 0 && !follows) {
+    selection = {};
+    page.ScrollToBegin();
+  }
+  ChangeSoon();
+}
+
+// The next frame comes when the last frame is a frame's time ago.
+void TextView::ChangeSoon() {
+  out_of_date = true;
+  if (frame_timer.isActive()) return;
+  const qint64 rest = kFrame.count() - since_frame.elapsed();
+  frame_timer.start(static_cast<int>(std::max<qint64>(rest, 0)), Qt::PreciseTimer, this);
+}
+
+void TextView::ShowNow() {
+  ChangeSoon();
+  viewport()->repaint();
+}
+
+void TextView::SetWrapping(bool wanted) {
+  wraps = wanted;
+  LookChanged();
+}
+
+void TextView::FollowEnd(bool wanted) {
+  follows = wanted;
+  following.Want(wanted);
+  ChangeSoon();
+}
+
+void TextView::LookChanged() {
+  rows.SetLook({font(), std::max(viewport()->width() - 2 * kMargin, kMargin), wraps});
+  page.SetHeight(viewport()->height() - kMargin / 2);
+  out_of_date = true;
+  viewport()->update();
+}
+
+void TextView::BringUpToDate() {
+  if (!out_of_date) return;
+  out_of_date = false;
+  page.Update(following.KeepsEnd());
+  UpdateBars();
+  new_lines->Count(rows.Text(), follows && !following.KeepsEnd());
+}
+
+const Page& TextView::CurrentPage() {
+  BringUpToDate();
+  return page;
+}
+
+QPointF TextView::PageCorner() const {
+  return {kMargin - horizontalScrollBar()->value(), kMargin / 2};
+}
+
+void TextView::UpdateBars() {
+  QScrollBar& bar = *verticalScrollBar();
+  if (bar.isSliderDown()) return;
+  const size_t size = rows.Text().size();
+  const Range seen = page.Bytes();
+  const int shift = UnitsShift(size);
+  const auto units = [&](size_t bytes) { return static_cast<int>(bytes >> shift); };
+  const bool whole = page.BeginInSight() && page.EndInSight();
+  const int most = whole ? 0 : std::max(units(size - (seen.end - seen.begin)), 1);
+  bar.setRange(0, most);
+  bar.setPageStep(std::max(units(seen.end - seen.begin), 1));
+  bar.setValue(page.EndInSight() ? most : std::min(units(seen.begin), most - 1));
+  qreal widest = 0;
+  for (const auto& placed : page.Shown()) widest = std::max(widest, placed.row.Width());
+  const int across = wraps ? 0 : static_cast<int>(widest + 2 * kMargin) - viewport()->width();
+  horizontalScrollBar()->setRange(0, std::max(across, 0));
+  horizontalScrollBar()->setPageStep(viewport()->width());
+}
+
+void TextView::OnBarAction(int action) {
+  BringUpToDate();
+  const QScrollBar& bar = *verticalScrollBar();
+  const qreal row = page.Shown().front().row.Height();
+  switch (action) {
+    case QAbstractSlider::SliderSingleStepAdd:
+      page.ScrollBy(row);
+      break;
+    case QAbstractSlider::SliderSingleStepSub:
+      page.ScrollBy(-row);
+      break;
+    case QAbstractSlider::SliderPageStepAdd:
+      page.ScrollBy(page.Height() - row);
+      break;
+    case QAbstractSlider::SliderPageStepSub:
+      page.ScrollBy(row - page.Height());
+      break;
+    default:
+      if (bar.sliderPosition() >= bar.maximum()) {
+        page.ScrollToEnd();
+      } else {
+        page.ScrollTo(static_cast<size_t>(bar.sliderPosition()) << UnitsShift(rows.Text().size()));
+      }
+  }
+  Scrolled();
+}
+
+// The user has scrolled, or has tried to.
+void TextView::Scrolled() {
+  following.UserScrolled(page.EndInSight());
+  UpdateBars();
+  new_lines->Count(rows.Text(), follows && !following.KeepsEnd());
+  viewport()->update();
+}
+
+// The bars only ask for the scrolling: the actions of the vertical bar are handled on their own.
+void TextView::scrollContentsBy(int, int) { viewport()->update(); }
+
+void TextView::BringIntoSight(size_t position) {
+  BringUpToDate();
+  page.ScrollIntoSight(position);
+  Scrolled();
+}
+
+void TextView::GoToEnd() {
+  BringUpToDate();
+  page.ScrollToEnd();
+  Scrolled();
+  setFocus(Qt::OtherFocusReason);
+}
+
+void TextView::Select(const Selection& selected) {
+  selection = selected;
+  caret_shown = true;
+  viewport()->update();
+}
+
+void TextView::paintEvent(QPaintEvent* event) {
+  BringUpToDate();
+  QPainter painter(viewport());
+  PaintRows(painter, page, PageCorner(), event->rect(), selection.Bytes(), palette());
+  if (!caret_shown || !hasFocus()) return;
+  const QRectF caret = CaretRectangle(page, selection.caret);
+  painter.fillRect(caret.translated(PageCorner()), palette().color(QPalette::Text));
+}
+
+void TextView::resizeEvent(QResizeEvent*) {
+  LookChanged();
+  PlaceParts();
+}
+
+void TextView::timerEvent(QTimerEvent* event) {
+  if (event->timerId() == frame_timer.timerId()) {
+    frame_timer.stop();
+    since_frame.start();
+    BringUpToDate();
+    viewport()->update();
+  } else if (event->timerId() == drag_timer.timerId()) {
+    DragTo(drag_point);
+  }
+}
+
+bool TextView::event(QEvent* event) {
+  if (event->type() == QEvent::ShortcutOverride &&
+      RunCommand(*static_cast<QKeyEvent*>(event), true)) {
+    event->accept();
+    return true;
+  }
+  const bool handled = QAbstractScrollArea::event(event);
+  if (shows_focus) ShowFocusFrame(*this, *event);
+  switch (event->type()) {
+    case QEvent::FocusIn:
+    case QEvent::FocusOut:
+      viewport()->update();
+      break;
+    case QEvent::FontChange:
+    case QEvent::Show:
+      LookChanged();
+      break;
+    default:
+      break;
+  }
+  return handled;
+}
+
+void TextView::wheelEvent(QWheelEvent* event) {
+  BringUpToDate();
+  const qreal row = page.Shown().front().row.Height();
+  const qreal notches = event->angleDelta().y() / qreal{QWheelEvent::DefaultDeltasPerStep};
+  const qreal pixels = event->pixelDelta().y();
+  page.ScrollBy(pixels != 0 ? -pixels : -notches * QApplication::wheelScrollLines() * row);
+  Scrolled();
+  event->accept();
+}
+
+// Whether the key stands for a command, which is run unless the question is `only_asked`.
+bool TextView::RunCommand(const QKeyEvent& event, bool only_asked) {
+  using Command = std::pair<QKeySequence::StandardKey, std::function<void()>>;
+  const auto find_on = [this](FindStep step) {
+    if (find == nullptr || !find->isVisible()) return OpenFind();
+    find->Go(step);
+  };
+  const Command commands[] = {
+      {QKeySequence::Copy, [&] { Copy(QClipboard::Clipboard); }},
+      {QKeySequence::SelectAll,
+       [&] {
+         Select({0, rows.Text().size()});
+       }},
+      {QKeySequence::Find, [&] { OpenFind(); }},
+      {QKeySequence::FindNext, [&] { find_on(FindStep::Next); }},
+      {QKeySequence::FindPrevious, [&] { find_on(FindStep::Previous); }},
+  };
+  for (const auto& [key, run] : commands) {
+    if (!event.matches(key)) continue;
+    if (!only_asked) run();
+    return true;
+  }
+  return false;
+}
+
+void TextView::keyPressEvent(QKeyEvent* event) {
+  if (RunCommand(*event, false)) return;
+  if (event->key() == Qt::Key_Escape && find != nullptr && find->isVisible()) return CloseFind();
+  const Motion by = MotionOf(*event);
+  if (by == Motion::None) return QAbstractScrollArea::keyPressEvent(event);
+  Move(by, (event->modifiers() & Qt::ShiftModifier) != 0);
+}
+
+// A caret out of sight moves from the nearest row in sight on, unless the user extends a selection.
+void TextView::Move(Motion by, bool extends) {
+  BringUpToDate();
+  if (!extends && !page.IsInSight(selection.caret)) {
+    const bool above = selection.caret < page.Bytes().begin;
+    selection.caret = page.PositionAt({0, above ? 0 : page.Height()});
+  }
+  const qreal page_step = page.Height() - page.Shown().front().row.Height();
+  if (by == Motion::PageUp) page.ScrollBy(-page_step);
+  if (by == Motion::PageDown) page.ScrollBy(page_step);
+  selection.caret = caret_motion.Moved(selection.caret, by, page.Height());
+  if (!extends) selection.anchor = selection.caret;
+  caret_shown = true;
+  BringIntoSight(selection.caret);
+}
+
+void TextView::Copy(QClipboard::Mode mode) {
+  const Range selected = selection.Bytes();
+  QClipboard& clipboard = *QApplication::clipboard();
+  if (selected.IsEmpty()) return;
+  if (mode == QClipboard::Selection && !clipboard.supportsSelection()) return;
+  const std::string_view bytes = rows.Text().substr(selected.begin, selected.end - selected.begin);
+  if (bytes.size() > kSmallCopy) {
+    clipboard.setMimeData(new CopiedText(bytes, keeper()), mode);
+  } else {
+    const auto copy = std::make_shared<std::string>(bytes);
+    clipboard.setMimeData(new CopiedText(*copy, copy), mode);
+  }
+}
+
+Range TextView::UnitUnder(QPointF point, SelectUnit unit) {
+  BringUpToDate();
+  return UnitAt(rows, page.PositionAt(point - PageCorner()), unit);
+}
+
+void TextView::Press(QPointF point, SelectUnit unit, bool extends) {
+  drag_point = point;
+  Select(drag.Press(UnitUnder(point, unit), unit, extends, selection));
+}
+
+void TextView::mousePressEvent(QMouseEvent* event) {
+  if (event->button() != Qt::LeftButton) return;
+  const bool third =
+      since_double_click.isValid() &&
+      !since_double_click.hasExpired(QApplication::doubleClickInterval()) &&
+      (event->position() - drag_point).manhattanLength() < QApplication::startDragDistance();
+  since_double_click.invalidate();
+  Press(event->position(), third ? SelectUnit::Line : SelectUnit::Character,
+        (event->modifiers() & Qt::ShiftModifier) != 0);
+}
+
+void TextView::mouseDoubleClickEvent(QMouseEvent* event) {
+  if (event->button() != Qt::LeftButton) return;
+  Press(event->position(), SelectUnit::Word, false);
+  since_double_click.start();
+}
+
+void TextView::mouseMoveEvent(QMouseEvent* event) {
+  if ((event->buttons() & Qt::LeftButton) == 0) return;
+  DragTo(event->position());
+  const bool outside = !viewport()->rect().contains(event->position().toPoint());
+  if (outside && !drag_timer.isActive()) {
+    drag_timer.start(static_cast<int>(kDragStep.count()), this);
+  }
+  if (!outside) drag_timer.stop();
+}
+
+// The further outside the pointer is, the faster the view scrolls.
+void TextView::DragTo(QPointF point) {
+  drag_point = point;
+  const qreal above = std::min(point.y(), 0.0);
+  const qreal below = std::max(point.y() - viewport()->height(), 0.0);
+  if (above + below != 0) {
+    BringUpToDate();
+    page.ScrollBy(above + below);
+    Scrolled();
+  }
+  Select(drag.DragTo(UnitUnder(point, drag.Unit())));
+}
+
+void TextView::mouseReleaseEvent(QMouseEvent* event) {
+  if (event->button() != Qt::LeftButton) return;
+  drag_timer.stop();
+  Copy(QClipboard::Selection);
+}
+
+void TextView::contextMenuEvent(QContextMenuEvent* event) {
+  auto* const menu = new QMenu(this);
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  menu->setFont(QApplication::font());
+  menu->addAction("&Copy", QKeySequence::Copy, this, [this] { Copy(QClipboard::Clipboard); })
+      ->setEnabled(!selection.Bytes().IsEmpty());
+  menu->addAction("Select &All", QKeySequence::SelectAll, this, [this] {
+    Select({0, rows.Text().size()});
+  });
+  menu->addSeparator();
+  menu->addAction("&Find...", QKeySequence::Find, this, [this] { OpenFind(); });
+  menu->popup(event->globalPos());
+}
+
+void TextView::OpenFind() {
+  if (find == nullptr) {
+    find = new FindLine(
+        this,
+        [this](const QString& text, bool match_case, FindStep step) {
+          return Find(text, match_case, step);
+        },
+        [this] { CloseFind(); });
+    find->setFont(QApplication::font());
+  }
+  const Range selected = selection.Bytes();
+  const std::string_view wanted = rows.Text().substr(selected.begin, selected.end - selected.begin);
+  const bool short_enough = wanted.size() <= kLongestWanted && wanted.find('\n') == wanted.npos;
+  std::vector<uint32_t> offsets;
+  find->Open(short_enough ? ShownText(wanted, offsets) : QString());
+  PlaceParts();
+}
+
+void TextView::CloseFind() {
+  find->hide();
+  PlaceParts();
+  setFocus(Qt::OtherFocusReason);
+}
+
+// The first search begins at the rows in sight, later searches at the last hit.
+FindResult TextView::Find(const QString& text, bool match_case, FindStep step) {
+  BringUpToDate();
+  const bool selected_in_sight = caret_shown && page.IsInSight(selection.caret);
+  const size_t first = page.Bytes().begin;
+  const Range from = selected_in_sight ? selection.Bytes() : Range{first, first};
+  const FindResult result = FindIn(rows.Text(), from, text, match_case, step);
+  if (result.found) {
+    Select({result.hit.begin, result.hit.end});
+    BringIntoSight(result.hit.begin);
+  }
+  return result;
+}
+
+// The find line stands below the text.
+void TextView::PlaceParts() {
+  const bool finds = find != nullptr && find->isVisibleTo(this);
+  const int height = finds ? find->sizeHint().height() : 0;
+  if (viewportMargins().bottom() != height) setViewportMargins(0, 0, 0, height);
+  if (finds) {
+    const QRect text = viewport()->geometry();
+    find->setGeometry(text.left(), text.bottom() + 1, text.width(), height);
+  }
+  new_lines->MoveToCorner();
+}
+
+}  // namespace quorvel::qt
