@@ -14,6 +14,7 @@ test_packages=(libgtest-dev libgmock-dev libbenchmark-dev xvfb openbox xdotool x
                x11-utils iproute2 python3 poppler-utils fonts-dejavu-core ccache)
 sanitizer_packages=(clang libclang-rt-14-dev ccache)
 check_packages=(clang-format clang-tidy)
+bench_packages=(socat valgrind)
 
 say() { printf '%s: %s\n' "$(basename "$0")" "$*" >&2; }
 
