@@ -1,0 +1,69 @@
+// Recorded datagrams, well and ill formed, whose log has to stay the same to the byte.
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "platform/network/ip_address.h"
+#include "support/program.h"
+
+namespace quorvel {
+namespace {
+
+const std::filesystem::path kData = QUORVEL_TEST_DATA;
+
+// "7a00*3" is the bytes 7a 00, three times.
+std::string Bytes(const std::string& word) {
+  const size_t star = std::min(word.find('*'), word.size());
+  std::string once, bytes;
+  for (size_t i = 0; i < star; i += 2) {
+    once += static_cast<char>(std::stoi(word.substr(i, 2), nullptr, 16));
+  }
+  for (int i = star < word.size() ? std::stoi(word.substr(star + 1)) : 1; i > 0; --i) bytes += once;
+  return bytes;
+}
+
+std::vector<std::string> Lines(const std::string& text) {
+  std::vector<std::string> lines;
+  std::istringstream stream(text);
+  for (std::string line; std::getline(stream, line);) lines.push_back(line);
+  return lines;
+}
+
+class Datagrams : public Program {
+ protected:
+  Datagrams() {
+    Start("1.0.5\nMaple-Room-7");
+    // The socket stays readable: each turn of the event loop looks at what has arrived.
+    EXPECT_EQ(write(mSide.sockets.open.begin()->second, "", 1), 1);
+  }
+  /// Hears the datagrams of a recording; a blank line is a turn of the event loop.
+  void Hear(const std::string& recording) {
+    for (const std::string& line : Lines(recording + "\n\n")) {
+      std::istringstream words(line.substr(0, line.find('#')));
+      std::string from, bytes;
+      if (!(words >> from)) {
+        mSide.loop.Turn(0);
+        continue;
+      }
+      for (std::string word; words >> word;) bytes += Bytes(word);
+      mSide.sockets.arriving.emplace_back(ParseIpv4(Text::FromBytes(from)).value(), bytes);
+    }
+  }
+};
+
+TEST_F(Datagrams, GiveTheSameLogToTheByteOnTheScreenAndInTheSavedFile) {
+  Hear(ReadFile(kData / "datagrams.txt"));
+  const std::string log = ReadFile(kData / "log.txt");
+  mSide.dialogs.save_answer = mFolder.Path() / "log.txt";
+  mHands.Choose("FileSave");
+  EXPECT_EQ(Lines(ReadFile(mFolder.Path() / "log.txt")), Lines(log));
+  EXPECT_TRUE(ReadFile(mFolder.Path() / "log.txt") == log);
+  EXPECT_TRUE(mHands.ShownText("efLog") == log);
+}
+
+}  // namespace
+}  // namespace quorvel
