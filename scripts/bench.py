@@ -2,8 +2,8 @@
 
 Network namespaces stand for two computers with a wire between them: a listener's and a sender's.
 """
-import argparse, ctypes, datetime, json, os, pathlib, platform, re, signal, statistics, subprocess
-import sys, tempfile, time
+import argparse, ctypes, datetime, json, os, pathlib, platform, re, shutil, signal, statistics
+import subprocess, sys, tempfile, time
 
 KEY, GROUP, PORT = "Maple-Room-7", "224.195.13.122", 5563
 CARD, LISTENER = "c1", "10.77.0.1"
@@ -218,7 +218,7 @@ def receivers(programs, with_screen):
     found = [Receiver("ideal loop", programs / "bench_ideal_loop", GROUP, LISTENER)]
     if (programs / "bench_plain_receiver").exists():
         found.append(Receiver("plain QUdpSocket", programs / "bench_plain_receiver", GROUP, CARD))
-    if with_screen:
+    if with_screen and shutil.which("socat"):
         found.append(Copier("socat"))
     found.append(Receiver("Quorvel without a screen", programs / "bench_headless_program"))
     if with_screen:
@@ -321,7 +321,7 @@ def print_memory(empty, full, lines):
            f"| {full - empty:.1f} MiB | {(full - empty) / text:.1f} |")
 
 
-def instructions_a_message(programs, folder):
+def print_instructions(programs, folder):
     """The difference between two runs leaves out the start of the program."""
     def collected(messages):
         run = subprocess.run(
@@ -329,7 +329,9 @@ def instructions_a_message(programs, folder):
              programs / "bench_scripted_messages", str(messages)], capture_output=True, text=True)
         return int(re.search(r"Collected : (\d+)", run.stderr)[1])
     few, many = 10240, 51200
-    return (collected(many) - collected(few)) / (many - few)
+    if shutil.which("valgrind"):
+        yield (f"{(collected(many) - collected(few)) / (many - few):,.0f} instructions a message from the "
+               "datagram to the log, without a screen and without a network.")
 
 
 def machine(rounds, seconds):
@@ -338,7 +340,8 @@ def machine(rounds, seconds):
     changed = output("git", "status", "--porcelain", "--untracked-files=no", "--", "src", "bench")
     state = " with changes" if changed else ""
     return (f"{datetime.date.today()}, commit {commit}{state}: {model.strip()}, {len(CORES)} cores, "
-            f"{platform.system()} {platform.release()}. Rounds: {rounds}. Seconds of a load: {seconds:g}."
+            f"{platform.system()} {platform.release()}, load average {os.getloadavg()[0]:.1f} at the "
+            f"start. Rounds: {rounds}. Seconds of a load: {seconds:g}."
             + " **A quick look: too few rounds for figures to rely on.**" * (rounds < 5))
 
 
@@ -365,8 +368,7 @@ def measure(options, network, home):
     parts.append(print_starts(measure_starts(network, home, programs, options.rounds)))
     parts.append(print_memory(*measure_memory(network, home, programs, options.lines)))
     del os.environ["LD_PRELOAD"]
-    parts.append([f"{instructions_a_message(programs, home):,.0f} instructions a message from the "
-                  "datagram to the log, without a screen and without a network."])
+    parts.append(print_instructions(programs, home))
     figures = "\n\n".join("\n".join(part) for part in parts) + "\n"
     print(figures)
     if options.page:
