@@ -1,4 +1,4 @@
-// What the derivation of a group's address from the key costs.
+// The cost of a group's address, derived from the key.
 
 #include <benchmark/benchmark.h>
 

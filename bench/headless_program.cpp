@@ -1,9 +1,10 @@
-// The whole program with real sockets, a real event loop and no screen: the windows keep what they
-// are told to show. The key file is that of the user's documents folder. SIGTERM ends the program,
-// and a report comes out.
+// The whole program with real sockets, a real event loop and no screen: windows keep their texts
+// and show nothing. The key file is that of the user's documents folder. At SIGTERM the program
+// prints a report and ends.
 
 #include <algorithm>
 #include <memory>
+#include <utility>
 
 #include "app/entry.h"
 #include "native/headless/event_loop.h"
@@ -15,9 +16,21 @@ namespace {
 
 using namespace quorvel;
 
+/// An event loop that calls `before_quit` when a signal asks the program to end.
+class Loop final : public headless::EventLoop {
+ public:
+  std::unique_ptr<native::Subscription> WatchQuit(native::Callback asked) override {
+    return EventLoop::WatchQuit([this, asked = std::move(asked)] {
+      before_quit();
+      asked();
+    });
+  }
+  native::Callback before_quit;
+};
+
 class Side final : public native::Side {
  public:
-  headless::EventLoop& Loop() override { return loop; }
+  ::Loop& Loop() override { return loop; }
   test::Windows& Windows() override { return windows; }
   native::Dialogs& Dialogs() override { return mSide->Dialogs(); }
   native::Desktop& Desktop() override { return mSide->Desktop(); }
@@ -26,7 +39,7 @@ class Side final : public native::Side {
   SocketCalls& Sockets() override { return mSide->Sockets(); }
   LinkCalls& Links() override { return mSide->Links(); }
 
-  headless::EventLoop loop;
+  ::Loop loop;
   test::Windows windows;
 
  private:
@@ -37,11 +50,9 @@ class Side final : public native::Side {
 
 int main() {
   Side side;
-  std::shared_ptr<test::ShownControl> log;
-  side.loop.Post([&] { log = side.windows.FindControl("efLog"); });
-  const int status = RunQuorvel(side);
-  if (!log) return 1;
-  // The drops are not told: the socket is closed.
-  bench::PrintReport(std::ranges::count(log->text, '\n'), log->text.size(), 0);
-  return status;
+  side.loop.before_quit = [&side] {
+    const auto log = side.windows.FindControl("efLog");
+    if (log) bench::PrintReport(std::ranges::count(log->text, '\n'), log->text.size());
+  };
+  return RunQuorvel(side);
 }

@@ -1,4 +1,4 @@
-// What the way from datagrams to messages costs: many senders, many packets, packets in pieces.
+// The cost of the way from datagrams to messages: many senders, many packets, packets in pieces.
 
 #include <benchmark/benchmark.h>
 

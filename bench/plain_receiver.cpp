@@ -1,7 +1,7 @@
-// A receiver as a first draft with the toolkit would have: a QUdpSocket, readyRead, one
+// A receiver in the manner of a first draft with the toolkit: readyRead of a QUdpSocket,
 // receiveDatagram for each datagram, the mirror, and a QString for the log. One packet in each
 // datagram, no window, no reassembly. The arguments are the group and the name of the interface.
-// SIGTERM ends the receiver, and a report comes out.
+// At SIGTERM the receiver prints a report and ends.
 
 #include <sys/signalfd.h>
 
@@ -63,5 +63,5 @@ int main(int argc, char** argv) {
                                                 QNetworkInterface::interfaceFromName(argv[2]));
   if (!joined) return 1;
   QCoreApplication::exec();
-  quorvel::bench::PrintReport(messages, static_cast<size_t>(log.size()), 0);
+  quorvel::bench::PrintReport(messages, static_cast<size_t>(log.size()));
 }

@@ -5,7 +5,10 @@
 #include <cstdint>
 #include <cstdio>
 #include <fstream>
+#include <sstream>
 #include <string>
+
+#include "messaging/channel.h"
 
 namespace quorvel::bench {
 
@@ -29,13 +32,31 @@ inline int64_t MemoryKib(const std::string& name) {
   return 0;
 }
 
-/// Writes what a receiver has heard and used as a line of JSON.
-inline void PrintReport(int64_t messages, size_t log_bytes, uint32_t drops) {
+/// The datagrams that the kernel dropped at the open sockets of the channel's port in this network
+/// namespace: the last word of a socket's line, whose second word is the local address and port.
+inline int64_t KernelDrops() {
+  std::ifstream sockets("/proc/self/net/udp");
+  std::ostringstream port;
+  port << ':' << std::uppercase << std::hex << kPort;
+  int64_t drops = 0;
+  for (std::string line; std::getline(sockets, line);) {
+    std::istringstream words(line);
+    std::string number, local, word;
+    words >> number >> local;
+    while (words >> word) continue;
+    if (local.ends_with(port.str())) drops += std::stoll(word);
+  }
+  return drops;
+}
+
+/// Writes the figures of a receiver as a line of JSON. The receiver's socket is still open.
+inline void PrintReport(int64_t messages, size_t log_bytes) {
   std::printf(
-      "{\"messages\": %lld, \"log_bytes\": %zu, \"drops\": %u, \"processor_seconds\": %.6f, "
+      "{\"messages\": %lld, \"log_bytes\": %zu, \"drops\": %lld, \"processor_seconds\": %.6f, "
       "\"resident_kib\": %lld, \"peak_kib\": %lld}\n",
-      static_cast<long long>(messages), log_bytes, drops, ProcessorSeconds(),
-      static_cast<long long>(MemoryKib("VmRSS")), static_cast<long long>(MemoryKib("VmHWM")));
+      static_cast<long long>(messages), log_bytes, static_cast<long long>(KernelDrops()),
+      ProcessorSeconds(), static_cast<long long>(MemoryKib("VmRSS")),
+      static_cast<long long>(MemoryKib("VmHWM")));
 }
 
 }  // namespace quorvel::bench

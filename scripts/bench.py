@@ -237,7 +237,8 @@ def sample(receiver, network, home, load, count, pause=0.2):
     settle(receiver.process, pause)
     cpu, drops = cpu_seconds(receiver.process) - before, socket_figures(receiver.process)[1]
     heard = receiver.heard()
-    return {"us": cpu * 1e6 / max(heard, 1), "drops": drops, "heard": heard, "sent": sent, "rate": rate}
+    return {"us": cpu * 1e6 / max(heard, 1), "drops": drops, "heard": heard, "sent": sent, "rate": rate,
+            "astray": sent - drops - heard}
 
 
 def medians(samples):
@@ -259,16 +260,18 @@ def measure_loads(network, home, programs, rounds, seconds):
                 rows[load, receiver.name].append(one)
                 print(f"round {number + 1}, {load_name(*load)}: {receiver.name}: {one}",
                       file=sys.stderr)
-    return {row: medians(samples) for row, samples in rows.items()}
+    astray = sum(abs(one["astray"]) for samples in rows.values() for one in samples)
+    return {row: medians(samples) for row, samples in rows.items()}, astray
 
 
-def print_loads(rows):
+def print_loads(rows, astray):
     yield "| Load | Receiver | CPU a message | of the ideal loop's | Drops | Heard of sent | Sent a second |"
     yield "|---|---|---|---|---|---|---|"
     for (load, name), row in rows.items():
         ideal = rows[load, "ideal loop"]["us"]
         yield (f"| {load_name(*load)} | {name} | {row['us']:.2f} µs | {row['us'] / ideal:.1f} "
                f"| {row['drops']:,.0f} | {row['heard']:,.0f} of {row['sent']:,.0f} | {row['rate']:,.0f} |")
+    yield f"\nMessages neither heard nor dropped, or heard twice, in all rounds: {astray:,}."
 
 
 def measure_start(network, home, command, title):
@@ -364,7 +367,7 @@ def measure(options, network, home):
     stock = programs / "libquorvel_stock_limits.so"
     parts = [[machine(options.rounds, options.seconds)]]
     os.environ["LD_PRELOAD"] = str(stock)
-    parts.append(print_loads(measure_loads(network, home, programs, options.rounds, options.seconds)))
+    parts.append(print_loads(*measure_loads(network, home, programs, options.rounds, options.seconds)))
     parts.append(print_starts(measure_starts(network, home, programs, options.rounds)))
     parts.append(print_memory(*measure_memory(network, home, programs, options.lines)))
     del os.environ["LD_PRELOAD"]

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Measures the program side by side with other receivers, and writes the figures to
 # docs/performance.md: bench.sh [--rounds N] [--seconds N] [--lines N]. Five rounds with loads of
-# five seconds unless told otherwise, some 20 minutes; nothing else should run meanwhile.
+# five seconds unless told otherwise, some 15 minutes; nothing else should run meanwhile.
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
 
