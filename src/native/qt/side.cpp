@@ -7,6 +7,7 @@
 #include "native/qt/desktop.h"
 #include "native/qt/dialogs.h"
 #include "native/qt/event_loop.h"
+#include "native/qt/view/accessible_view.h"
 #include "native/qt/windows.h"
 
 namespace quorvel::qt {
@@ -28,6 +29,7 @@ class Side final : public native::Side {
     QCoreApplication::setApplicationName("Quorvel");
     QCoreApplication::setQuitLockEnabled(false);
     QApplication::setQuitOnLastWindowClosed(false);
+    AccessibleView::Install();
     KeepNoSettings();
   }
   // Widgets that were given to deleteLater() cannot outlive the application.

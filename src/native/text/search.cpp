@@ -6,10 +6,25 @@ namespace quorvel {
 
 namespace {
 
+using Either = Needle::Either;
+
 // The bytes that are looked at together.
 constexpr size_t kBlock = 256;
 // The bytes that a search from the end looks at in one go.
-constexpr size_t kBackwards = size_t{1} << 20;
+constexpr size_t kBackwards = size_t{1} << 16;
+
+// Whether, somewhere in two blocks of bytes, `front` and `back` stand at the same offset.
+bool MayBeginIn(const char* fronts, const char* backs, Either front, Either back) {
+  uint8_t any = 0;
+  for (size_t i = 0; i < kBlock; ++i) {
+    const auto one = static_cast<uint8_t>(fronts[i]);
+    const auto two = static_cast<uint8_t>(backs[i]);
+    const int is_front = static_cast<int>(one == front.one) | static_cast<int>(one == front.other);
+    const int is_back = static_cast<int>(two == back.one) | static_cast<int>(two == back.other);
+    any = static_cast<uint8_t>(any | (is_front & is_back));
+  }
+  return any != 0;
+}
 
 }  // namespace
 
@@ -43,25 +58,17 @@ bool Needle::IsAt(const char* at) const {
 std::optional<size_t> Needle::FirstIn(std::string_view text, size_t from) const {
   if (IsEmpty() || text.size() < Size() || from > text.size() - Size()) return std::nullopt;
   const size_t last = Size() - 1;
-  const Either first_byte = bytes.front();
-  const Either last_byte = bytes.back();
-  const auto begins_at = [&](const char* at) {
-    const auto front = static_cast<uint8_t>(at[0]);
-    const auto back = static_cast<uint8_t>(at[last]);
-    const bool is_front = (front == first_byte.one) | (front == first_byte.other);
-    return is_front & ((back == last_byte.one) | (back == last_byte.other));
-  };
   const size_t end = text.size() - last;
-  for (size_t block = from; block < end; block += kBlock) {
-    const size_t count = std::min(kBlock, end - block);
-    const char* const data = text.data() + block;
-    bool any = false;
-    if (count == kBlock) {
-      for (size_t i = 0; i < kBlock; ++i) any |= begins_at(data + i);
+  size_t at = from;
+  while (at < end) {
+    const char* const data = text.data() + at;
+    if (end - at >= kBlock && !MayBeginIn(data, data + last, bytes.front(), bytes.back())) {
+      at += kBlock;
+      continue;
     }
-    if (!any && count == kBlock) continue;
-    for (size_t i = 0; i < count; ++i) {
-      if (begins_at(data + i) && IsAt(data + i)) return block + i;
+    const size_t stop = std::min(at + kBlock, end);
+    for (; at < stop; ++at) {
+      if (IsAt(text.data() + at)) return at;
     }
   }
   return std::nullopt;

@@ -16,6 +16,11 @@ class Needle {
   /// A character to look for, in UTF-8: a hit has the first or the second of the two forms, which
   /// are of equal length. Both are the same when capital and small letters are told apart.
   using Character = std::pair<std::string, std::string>;
+  /// A byte of a character, in the one form or the other.
+  struct Either {
+    uint8_t one;
+    uint8_t other;
+  };
 
   explicit Needle(const std::vector<Character>& the_characters);
 
@@ -27,11 +32,6 @@ class Needle {
   [[nodiscard]] std::optional<size_t> LastIn(std::string_view text, size_t to) const;
 
  private:
-  struct Either {
-    uint8_t one;
-    uint8_t other;
-  };
-
   [[nodiscard]] bool IsAt(const char* at) const;
 
   std::vector<Either> bytes;

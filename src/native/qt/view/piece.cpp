@@ -18,7 +18,7 @@ constexpr qreal kOutOfSight = 1e8;
 
 char32_t ShownCharacter(const Utf8Character& character) {
   const auto code = static_cast<char32_t>(character.code);
-  if (code < 0x20 && code != '\t') return 0x2400 + code;
+  if (code < 0x20 && code != '\t' && code != '\n') return 0x2400 + code;
   if (code == 0x7F) return 0x2421;
   return code >= 0x80 && code < 0xA0 ? char32_t{QChar::ReplacementCharacter} : code;
 }
@@ -111,8 +111,13 @@ qreal Piece::XOf(int row, size_t position) const {
   return layout.lineAt(row).cursorToX(UnitOf(position));
 }
 
+// The toolkit may stop between the two units of a character.
 size_t Piece::Next(size_t position, QTextLayout::CursorMode by) const {
-  return ByteOf(layout.nextCursorPosition(UnitOf(position), by));
+  int unit = UnitOf(position);
+  while (unit < layout.text().size() && ByteOf(unit) <= position) {
+    unit = layout.nextCursorPosition(unit, by);
+  }
+  return ByteOf(unit);
 }
 
 size_t Piece::Previous(size_t position, QTextLayout::CursorMode by) const {

@@ -27,9 +27,9 @@ struct Range {
 };
 
 /// The text that stands for `bytes` on the screen. A byte that is no part of a well-formed UTF-8
-/// sequence is read as ISO 8859-1, and a symbol stands for a control character other than the tab.
-/// `offsets` gets the byte offset of each UTF-16 unit and of the end, and stays empty when every
-/// byte is one unit.
+/// sequence is read as ISO 8859-1, and a symbol stands for a control character other than tab and
+/// LF. `offsets` gets the byte offset of each UTF-16 unit and of the end, and stays empty when
+/// every byte is one unit.
 [[nodiscard]] QString ShownText(std::string_view bytes, std::vector<uint32_t>& offsets);
 
 /// Some rows of a stretch, laid out together by the toolkit. Positions are byte offsets into the

@@ -1,5 +1,6 @@
 #include "native/qt/view/text_view.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QContextMenuEvent>
 #include <QKeyEvent>
@@ -63,6 +64,7 @@ int UnitsShift(size_t size) {
 TextView::TextView(QWidget* parent, std::function<Keeper()> keep)
     : QAbstractScrollArea(parent),
       keeper(std::move(keep)),
+      announcer(*this, [this] { return rows.Text(); }),
       new_lines(new NewLinesMark(viewport())) {
   setFocusPolicy(Qt::StrongFocus);
   viewport()->setCursor(Qt::IBeamCursor);
@@ -76,6 +78,7 @@ TextView::TextView(QWidget* parent, std::function<Keeper()> keep)
 
 void TextView::ShowText(std::string_view text, size_t kept) {
   rows.SetText(text, kept);
+  announcer.NoteChange(kept);
   selection.anchor = std::min(selection.anchor, text.size());
   selection.caret = std::min(selection.caret, text.size());
   if (kept == 0 && !follows) {
@@ -122,6 +125,7 @@ void TextView::BringUpToDate() {
   page.Update(following.KeepsEnd());
   UpdateBars();
   new_lines->Count(rows.Text(), follows && !following.KeepsEnd());
+  announcer.Tell();
 }
 
 const Page& TextView::CurrentPage() {
@@ -207,6 +211,10 @@ void TextView::Select(const Selection& selected) {
   selection = selected;
   caret_shown = true;
   viewport()->update();
+  if (!QAccessible::isActive()) return;
+  const auto* const text = QAccessible::queryAccessibleInterface(this)->textInterface();
+  QAccessibleTextCursorEvent moved(this, text->cursorPosition());
+  QAccessible::updateAccessibility(&moved);
 }
 
 void TextView::paintEvent(QPaintEvent* event) {
@@ -310,10 +318,9 @@ void TextView::Move(Motion by, bool extends) {
   const qreal page_step = page.Height() - page.Shown().front().row.Height();
   if (by == Motion::PageUp) page.ScrollBy(-page_step);
   if (by == Motion::PageDown) page.ScrollBy(page_step);
-  selection.caret = caret_motion.Moved(selection.caret, by, page.Height());
-  if (!extends) selection.anchor = selection.caret;
-  caret_shown = true;
-  BringIntoSight(selection.caret);
+  const size_t caret = caret_motion.Moved(selection.caret, by, page.Height());
+  Select({extends ? selection.anchor : caret, caret});
+  BringIntoSight(caret);
 }
 
 void TextView::Copy(QClipboard::Mode mode) {

@@ -7,6 +7,7 @@
 #include <functional>
 #include <string_view>
 
+#include "native/qt/view/announcer.h"
 #include "native/qt/view/copied_text.h"
 #include "native/qt/view/drag_selection.h"
 #include "native/qt/view/find_line.h"
@@ -103,6 +104,7 @@ class TextView final : public QAbstractScrollArea {
   QBasicTimer frame_timer;
   QElapsedTimer since_frame;
 
+  Announcer announcer;
   FindLine* find = nullptr;
   NewLinesMark* new_lines;
 };

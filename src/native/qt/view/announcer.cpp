@@ -1,0 +1,41 @@
+#include "native/qt/view/announcer.h"
+
+#include <QAccessible>
+#include <algorithm>
+#include <chrono>
+
+#include "native/qt/view/piece.h"
+
+namespace quorvel::qt {
+
+namespace {
+
+// The most of the new text that is told at a time, in bytes.
+constexpr size_t kMostTold = 1000;
+constexpr std::chrono::milliseconds kPause(400);
+
+}  // namespace
+
+Announcer::Announcer(QWidget& of, std::function<std::string_view()> text_of_view)
+    : view(of), text(std::move(text_of_view)) {
+  pause.setSingleShot(true);
+  pause.setInterval(kPause);
+  pause.callOnTimeout([this] { Tell(); });
+}
+
+void Announcer::Tell() {
+  const std::string_view now = text();
+  if (!QAccessible::isActive()) told_to = now.size();
+  if (told_to == now.size() || pause.isActive()) return;
+  const size_t length = std::min(now.size() - told_to, kMostTold);
+  std::vector<uint32_t> offsets;
+  const QString added = ShownText(now.substr(told_to == 0 ? 0 : now.size() - length, length), offsets);
+  told_to = now.size();
+  const auto* const accessible = QAccessible::queryAccessibleInterface(&view)->textInterface();
+  const auto begin = accessible->characterCount() - static_cast<int>(added.size());
+  QAccessibleTextInsertEvent event(&view, std::max(begin, 0), added);
+  QAccessible::updateAccessibility(&event);
+  pause.start();
+}
+
+}  // namespace quorvel::qt

@@ -1,0 +1,112 @@
+// What a view of a text needs to know about the bytes: where layout may begin, and where a searched
+// text stands.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "native/text/search.h"
+#include "native/text/stretches.h"
+#include "native/text/utf8.h"
+#include "support/random.h"
+
+namespace quorvel {
+namespace {
+
+std::string RandomText(Random& random, size_t parts) {
+  const std::string kinds[] = {
+      "\n", "\r\n", "\r", "a word and another ", "\u05E9\u05DC\u05D5\u05DD ", "\xFF\x80", "\n\n"};
+  std::string text;
+  for (size_t i = 0; i < parts; ++i) {
+    if (random.Below(20) == 0) {
+      text += std::string(random.Below(60000), random.Below(2) == 0 ? 'x' : '\t');
+    } else if (random.Below(20) == 0) {
+      for (size_t n = random.Below(20000); n > 0; --n) text += "\u20AC";
+    } else {
+      text += kinds[random.Below(std::size(kinds))];
+    }
+  }
+  return text;
+}
+
+// The stretches as they follow from the line ends, each line read from its begin.
+std::vector<size_t> LineStarts(const std::string& text) {
+  std::vector<size_t> starts = {0};
+  for (size_t at = 0; at < text.size(); ++at) {
+    const bool ends = text[at] == '\n' || (text[at] == '\r' && text[at + 1] != '\n');
+    if (ends && at + 1 < text.size()) starts.push_back(at + 1);
+  }
+  return starts;
+}
+
+TEST(Stretches, AreLinesOrPiecesOfLongLinesWhereverTheSearchBegins) {
+  Random random;
+  for (int run = 0; run < 10; ++run) {
+    const std::string text = RandomText(random, 60);
+    std::vector<size_t> begins;
+    for (size_t at = 0; at < text.size();) {
+      const Stretch stretch = StretchAt(text, at);
+      ASSERT_EQ(stretch.begin, at);
+      ASSERT_LT(at, stretch.next);
+      ASSERT_LE(stretch.next - at, 2 * kStretch + 2);
+      for (const size_t inside : {at + random.Below(stretch.next - at), stretch.next - 1}) {
+        ASSERT_EQ(StretchAt(text, inside).begin, at) << inside;
+        ASSERT_EQ(StretchAt(text, inside).next, stretch.next) << inside;
+      }
+      // Text that comes later changes no stretch but the last.
+      const std::string_view before = std::string_view(text).substr(0, stretch.next + 300);
+      ASSERT_EQ(StretchAt(before, at).begin, at);
+      ASSERT_EQ(StretchAt(before, at).next, stretch.next);
+      begins.push_back(at);
+      at = stretch.next;
+    }
+    const auto starts = LineStarts(text);
+    EXPECT_TRUE(std::ranges::includes(begins, starts));
+    for (size_t i = 1; i < begins.size(); ++i) {
+      if (std::ranges::binary_search(starts, begins[i])) continue;
+      EXPECT_GE(begins[i] - begins[i - 1], kStretch - 256) << "a short line was cut";
+      const std::string_view rest = std::string_view(text).substr(begins[i] - 1, 4);
+      EXPECT_TRUE(DecodeUtf8(rest).length == 1) << "a character was cut";
+    }
+    ASSERT_FALSE(begins.empty());
+    EXPECT_EQ(StretchAt(text, text.size()).begin, begins.back());
+  }
+}
+
+TEST(Search, FindsTheFirstAndTheLastHit) {
+  Random random;
+  const auto same = [](char letter) {
+    return std::pair(std::string(1, letter), std::string(1, letter));
+  };
+  for (int run = 0; run < 300; ++run) {
+    std::string text(random.Below(2000), ' ');
+    for (char& letter : text) letter = "abA"[random.Below(3)];
+    std::string wanted(1 + random.Below(8), ' ');
+    for (char& letter : wanted) letter = "ab"[random.Below(2)];
+    std::vector<Needle::Character> exact;
+    std::vector<Needle::Character> folded;
+    for (const char letter : wanted) {
+      exact.push_back(same(letter));
+      folded.emplace_back(std::string(1, letter), letter == 'a' ? "A" : "b");
+    }
+    std::string small = text;
+    std::ranges::replace(small, 'A', 'a');
+    const size_t at = random.Below(text.size() + 2);
+    const auto expect = [&](const Needle& needle, const std::string& in) {
+      EXPECT_EQ(needle.FirstIn(text, at).value_or(std::string::npos), in.find(wanted, at));
+      const size_t last =
+          at < wanted.size() ? std::string::npos : in.rfind(wanted, at - wanted.size());
+      EXPECT_EQ(needle.LastIn(text, at).value_or(std::string::npos), last);
+    };
+    expect(Needle(exact), text);
+    expect(Needle(folded), small);
+  }
+  const Needle umlaut({{"\u00E4", "\u00C4"}, {"\u0440", "\u0420"}});
+  EXPECT_EQ(umlaut.FirstIn("\u00C4\u0420 \u00E4\u0440", 1), 5U);
+  EXPECT_EQ(umlaut.FirstIn("\u00C4\xD1\xA0 \u00E4\xD0\x80", 0), std::nullopt);
+}
+
+}  // namespace
+}  // namespace quorvel
