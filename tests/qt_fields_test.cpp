@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
 #include <QLineEdit>
@@ -11,6 +12,7 @@
 #include <QTest>
 #include <QWheelEvent>
 #include <functional>
+#include <memory>
 #include <string>
 #include <tuple>
 #include <utility>
@@ -125,6 +127,117 @@ TEST_F(QtLog, RightToLeftLinesStandAtTheRightEdge) {
   EXPECT_LT(left(0), 20);
   EXPECT_GT(left(1), 260);
   EXPECT_LT(left(2), 20);
+}
+
+TEST_F(QtLog, TheMouseAndTheKeyboardSelectText) {
+  Show("one two\nthree four\nfive");
+  const auto at = [&](size_t position) {
+    const auto& placed = *View().CurrentPage().RowOf(position);
+    return (View().PageCorner() + QPointF(placed.row.XOf(position) + 1, placed.y + 5)).toPoint();
+  };
+  const auto selected = [&] {
+    const qt::Range range = View().Selected().Bytes();
+    return mText.substr(range.begin, range.end - range.begin);
+  };
+  QWidget* const port = View().viewport();
+  QTest::mousePress(port, Qt::LeftButton, {}, at(4));
+  QMouseEvent drag(QEvent::MouseMove, at(13), port->mapToGlobal(at(13)), Qt::NoButton,
+                   Qt::LeftButton, {});
+  QApplication::sendEvent(port, &drag);
+  QTest::mouseRelease(port, Qt::LeftButton, {}, at(13));
+  EXPECT_EQ(selected(), "two\nthree");
+  QTest::mouseClick(port, Qt::LeftButton, Qt::ShiftModifier, at(18));
+  EXPECT_EQ(selected(), "two\nthree four");
+  QTest::mouseDClick(port, Qt::LeftButton, {}, at(15));
+  EXPECT_EQ(selected(), "four");
+  QTest::mouseClick(port, Qt::LeftButton, {}, at(15));
+  EXPECT_EQ(selected(), "three four\n");
+  QTest::mouseClick(port, Qt::LeftButton, {}, at(19));
+  for (const auto key : {Qt::Key_Down, Qt::Key_Left, Qt::Key_Up}) {
+    QTest::keyClick(&View(), key, Qt::ShiftModifier);
+  }
+  EXPECT_EQ(selected(), "\nthree four\n");
+  QTest::keyClick(&View(), Qt::Key_Home, Qt::ControlModifier | Qt::ShiftModifier);
+  EXPECT_EQ(selected(), "one two\nthree four\n");
+}
+
+// The copy of a long text is made by the reader of the clipboard.
+TEST_F(QtLog, ACopyIsTheTextAsItWas) {
+  for (const size_t size : {10, 200000}) {
+    const auto kept = std::make_shared<const std::string>("\xFF\n" + std::string(size, 'w'));
+    mUser.keep = [&] { return kept; };
+    mField->ShowText(*kept, 0);
+    View().setFocus();
+    QTest::keyClick(&View(), Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(&View(), Qt::Key_C, Qt::ControlModifier);
+    Show("another text");
+    EXPECT_EQ(QGuiApplication::clipboard()->text().toStdString(),
+              "\u00FF\n" + std::string(size, 'w'));
+  }
+}
+
+TEST_F(QtLog, FindGoesFromHitToHit) {
+  Show(mText + "Gr\u00FCn 1\n" + mText + "gr\u00DCn 2\n");
+  View().setFocus();
+  Key(Qt::Key_Home);
+  Key(Qt::Key_F);
+  auto* const entry = qobject_cast<QLineEdit*>(QApplication::focusWidget());
+  const auto hit = [&] {
+    const qt::Range range = View().Selected().Bytes();
+    EXPECT_TRUE(View().CurrentPage().IsInSight(range.begin));
+    return range.IsEmpty() ? "" : mText.substr(range.begin, 7);
+  };
+  entry->setText(QString::fromUtf8("gr\u00FCn"));
+  EXPECT_EQ(hit(), "Gr\u00FCn 1");
+  for (const char* const next : {"gr\u00DCn 2", "Gr\u00FCn 1"}) {
+    QTest::keyClick(entry, Qt::Key_Return);
+    EXPECT_EQ(hit(), next);
+  }
+  QTest::keyClick(entry, Qt::Key_Return, Qt::ShiftModifier);
+  EXPECT_EQ(hit(), "gr\u00DCn 2");
+  QTest::keyClick(entry, Qt::Key_F3);
+  Grow();
+  EXPECT_FALSE(EndInSight());
+  QTest::keyClick(entry, Qt::Key_Escape);
+  EXPECT_TRUE(View().hasFocus());
+  EXPECT_FALSE(entry->isVisible());
+}
+
+TEST_F(QtLog, AMarkCountsTheLinesOutOfSightAndLeadsToTheEnd) {
+  auto& mark = *Frame()->findChild<QPushButton*>("newLines");
+  EXPECT_FALSE(mark.isVisible());
+  Wheel(120);
+  Grow();
+  QTest::qWait(0);
+  View().ShowNow();
+  EXPECT_TRUE(mark.isVisible());
+  EXPECT_TRUE(mark.text().startsWith("60 new lines")) << mark.text().toStdString();
+  QTest::keyClick(&mark, Qt::Key_Space);
+  EXPECT_TRUE(EndInSight());
+  EXPECT_FALSE(mark.isVisible());
+  Grow();
+  EXPECT_TRUE(EndInSight());
+}
+
+TEST_F(QtLog, AScreenReaderReadsTheTextAroundTheRowsInSight) {
+  std::string text;
+  while (text.size() < 400000) text += "line " + std::to_string(text.size()) + " \u00E4\n";
+  Show(text);
+  Key(Qt::Key_End);
+  QAccessibleInterface& view = *QAccessible::queryAccessibleInterface(&View());
+  EXPECT_TRUE(view.state().readOnly && view.state().multiLine && view.state().focusable);
+  QAccessibleTextInterface& reader = *view.textInterface();
+  const int count = reader.characterCount();
+  EXPECT_LT(count, 100000);
+  EXPECT_EQ(reader.text(count - 14, count).toStdString(), text.substr(text.size() - 15));
+  reader.setSelection(0, count - 14, count - 2);
+  EXPECT_EQ(View().Selected().Bytes(), (qt::Range{text.size() - 15, text.size() - 3}));
+  const QRect letter = reader.characterRect(count - 14);
+  EXPECT_TRUE(
+      View().viewport()->rect().contains(View().viewport()->mapFromGlobal(letter.center())));
+  EXPECT_EQ(reader.offsetAtPoint(letter.center() - QPoint(1, 0)), count - 14);
+  reader.setCursorPosition(0);
+  EXPECT_TRUE(View().CurrentPage().IsInSight(View().Selected().caret));
 }
 
 TEST_F(QtLog, AFieldWithTheKeyboardShowsAFrame) {
