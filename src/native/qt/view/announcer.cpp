@@ -29,7 +29,8 @@ void Announcer::Tell() {
   if (told_to == now.size() || pause.isActive()) return;
   const size_t length = std::min(now.size() - told_to, kMostTold);
   std::vector<uint32_t> offsets;
-  const QString added = ShownText(now.substr(told_to == 0 ? 0 : now.size() - length, length), offsets);
+  const QString added =
+      ShownText(now.substr(told_to == 0 ? 0 : now.size() - length, length), offsets);
   told_to = now.size();
   const auto* const accessible = QAccessible::queryAccessibleInterface(&view)->textInterface();
   const auto begin = accessible->characterCount() - static_cast<int>(added.size());

@@ -5,6 +5,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QStyle>
 #include <QToolButton>
 
 namespace quorvel::qt {
@@ -18,13 +19,16 @@ QString Words(const FindResult& result) {
   return result.went_round ? "Went on from the other end." : "";
 }
 
-QToolButton* AddButton(QHBoxLayout& layout, const QString& text, std::function<void()> pressed) {
+void AddButton(QHBoxLayout& layout, QStyle::StandardPixmap icon, const QString& name,
+               std::function<void()> pressed) {
   auto* const button = new QToolButton;
-  button->setText(text);
+  button->setIcon(button->style()->standardIcon(icon));
+  button->setToolTip(name);
+  button->setAccessibleName(name);
+  button->setAutoRaise(true);
   button->setFocusPolicy(Qt::TabFocus);
   QObject::connect(button, &QToolButton::clicked, button, std::move(pressed));
   layout.addWidget(button);
-  return button;
 }
 
 }  // namespace
@@ -43,12 +47,13 @@ FindLine::FindLine(QWidget* parent, Search the_search, std::function<void()> the
   entry->setPlaceholderText("Find");
   entry->setAccessibleName("Find");
   entry->setClearButtonEnabled(true);
-  layout->addWidget(entry, 1);
-  AddButton(*layout, "Previous", [this] { Go(FindStep::Previous); });
-  AddButton(*layout, "Next", [this] { Go(FindStep::Next); });
+  layout->addWidget(entry, 2);
+  AddButton(*layout, QStyle::SP_ArrowUp, "Previous", [this] { Go(FindStep::Previous); });
+  AddButton(*layout, QStyle::SP_ArrowDown, "Next", [this] { Go(FindStep::Next); });
   layout->addWidget(match_case);
-  layout->addWidget(told);
-  AddButton(*layout, "Close", [this] { close_line(); });
+  told->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  layout->addWidget(told, 1);
+  AddButton(*layout, QStyle::SP_TitleBarCloseButton, "Close", [this] { close_line(); });
   connect(entry, &QLineEdit::textChanged, this, [this] { Go(FindStep::Typed); });
   connect(match_case, &QCheckBox::toggled, this, [this] { Go(FindStep::Typed); });
 }

@@ -105,6 +105,13 @@ void Page::ScrollIntoSight(size_t position) {
   if (row != nullptr) ScrollBy(row->y + row->row.Height() - height);
 }
 
+void Page::ScrollToMiddle(size_t position) {
+  if (IsInSight(position)) return;
+  ScrollTo(position);
+  const PlacedRow* const row = RowOf(position);
+  if (row != nullptr) ScrollBy(row->y - height / 2);
+}
+
 size_t Page::PositionAt(QPointF point) const { return RowAt(point.y()).row.PositionAt(point.x()); }
 
 const Page::PlacedRow& Page::RowAt(qreal y) const {

@@ -42,6 +42,8 @@ class Page {
   void ScrollTo(size_t position);
   /// Scrolls as little as needed for the row of the position to be wholly in sight.
   void ScrollIntoSight(size_t position);
+  /// Leaves a row in sight where the row is, and scrolls another row to the middle of the view.
+  void ScrollToMiddle(size_t position);
   [[nodiscard]] bool IsInSight(size_t position) const;
 
   /// The position nearest to the point, which may lie outside of the view.

@@ -440,7 +440,8 @@ FindResult TextView::Find(const QString& text, bool match_case, FindStep step) {
   const FindResult result = FindIn(rows.Text(), from, text, match_case, step);
   if (result.found) {
     Select({result.hit.begin, result.hit.end});
-    BringIntoSight(result.hit.begin);
+    page.ScrollToMiddle(result.hit.begin);
+    Scrolled();
   }
   return result;
 }
