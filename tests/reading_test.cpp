@@ -16,17 +16,15 @@ namespace quorvel {
 namespace {
 
 std::string RandomText(Random& random, size_t parts) {
-  const std::string kinds[] = {
-      "\n", "\r\n", "\r", "a word and another ", "\u05E9\u05DC\u05D5\u05DD ", "\xFF\x80", "\n\n"};
+  constexpr std::string_view kKinds[] = {
+      "\n", "\r\n", "\r", "a word and another ", "\u05E9\u05DC\u05D5\u05DD", "\xFF\x80", "\n\n"};
+  constexpr std::string_view kLong[] = {"x", "\t", "\u20AC", "some words "};
   std::string text;
   for (size_t i = 0; i < parts; ++i) {
-    if (random.Below(20) == 0) {
-      text += std::string(random.Below(60000), random.Below(2) == 0 ? 'x' : '\t');
-    } else if (random.Below(20) == 0) {
-      for (size_t n = random.Below(20000); n > 0; --n) text += "\u20AC";
-    } else {
-      text += kinds[random.Below(std::size(kinds))];
-    }
+    const bool is_long = random.Below(10) == 0;
+    const auto part = is_long ? kLong[random.Below(4)] : kKinds[random.Below(std::size(kKinds))];
+    const size_t bytes = is_long ? random.Below(60000) : part.size();
+    for (const size_t end = text.size() + bytes; text.size() < end;) text += part;
   }
   return text;
 }
@@ -51,7 +49,10 @@ TEST(Stretches, AreLinesOrPiecesOfLongLinesWhereverTheSearchBegins) {
       ASSERT_EQ(stretch.begin, at);
       ASSERT_LT(at, stretch.next);
       ASSERT_LE(stretch.next - at, 2 * kStretch + 2);
-      for (const size_t inside : {at + random.Below(stretch.next - at), stretch.next - 1}) {
+      const size_t length = stretch.next - at;
+      for (const size_t inside :
+           {at + random.Below(length), at + random.Below(std::min<size_t>(length, 9)),
+            stretch.next - 1}) {
         ASSERT_EQ(StretchAt(text, inside).begin, at) << inside;
         ASSERT_EQ(StretchAt(text, inside).next, stretch.next) << inside;
       }
@@ -102,6 +103,11 @@ TEST(Search, FindsTheFirstAndTheLastHit) {
     };
     expect(Needle(exact), text);
     expect(Needle(folded), small);
+  }
+  for (size_t at = 134450; at < 134480; ++at) {
+    std::string text(200000, 'c');
+    text[at] = 'a';
+    EXPECT_EQ(Needle({same('a'), same('c'), same('c')}).LastIn(text, text.size()), at);
   }
   const Needle umlaut({{"\u00E4", "\u00C4"}, {"\u0440", "\u0420"}});
   EXPECT_EQ(umlaut.FirstIn("\u00C4\u0420 \u00E4\u0440", 1), 5U);
