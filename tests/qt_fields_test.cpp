@@ -161,6 +161,21 @@ TEST_F(QtLog, TheMouseAndTheKeyboardSelectText) {
   EXPECT_EQ(selected(), "one two\nthree four\n");
 }
 
+TEST_F(QtLog, EveryRowInSightIsPainted) {
+  Show("short\n" + std::string(6000, 'w') + "\nshort");
+  for (int step = 0; step < 60; ++step) {
+    const QImage image = View().viewport()->grab().toImage();
+    for (const auto& [row, y] : View().CurrentPage().Shown()) {
+      int dark = 0;
+      const int middle = static_cast<int>(View().PageCorner().y() + y + row.Height() / 2);
+      for (int x = 0; x < 100 && image.valid(x, middle); ++x)
+        dark += qGray(image.pixel(x, middle)) < 128;
+      ASSERT_TRUE(dark > 2 || !image.valid(0, middle)) << "row at " << y << " after step " << step;
+    }
+    Wheel(120);
+  }
+}
+
 // The copy of a long text is made by the reader of the clipboard.
 TEST_F(QtLog, ACopyIsTheTextAsItWas) {
   for (const size_t size : {10, 200000}) {

@@ -12,9 +12,10 @@ namespace quorvel::qt {
 namespace {
 
 constexpr qreal kTabDistance = 80;
+// The toolkit's layout has no lengths above 3e7.
 constexpr qreal kUnlimited = 1e7;
 // Where a row that is not complete cannot be drawn.
-constexpr qreal kOutOfSight = 1e8;
+constexpr qreal kOutOfSight = 1e7;
 
 char32_t ShownCharacter(const Utf8Character& character) {
   const auto code = static_cast<char32_t>(character.code);
