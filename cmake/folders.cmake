@@ -8,6 +8,7 @@ set(QUORVEL_FOLDERS
   "native/posix: native"
   "native/headless: native"
   "native/qt/view: native/text"
+  "native/qt/sound:"
   "native/qt: native native/text native/qt/view"
   "platform/values: native/text"
   "platform/runtime: native platform/values"

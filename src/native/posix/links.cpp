@@ -77,7 +77,7 @@ uint32_t LinkChanges(const nlmsghdr& header) {
 /// read, with the reason in `errno`; EMSGSIZE for messages that did not fit.
 template <class Take>
 bool ReadMessages(int descriptor, const Take& take) {
-  alignas(nlmsghdr) static thread_local std::array<char, kNoticeBytes> room;
+  alignas(nlmsghdr) std::array<char, kNoticeBytes> room;
   const ssize_t length = recv(descriptor, room.data(), room.size(), MSG_TRUNC);
   if (length < 0) return false;
   if (static_cast<size_t>(length) > room.size()) {

@@ -1,13 +1,11 @@
 #include "native/qt/desktop.h"
 
 #include <unistd.h>
-#include <QAudioDevice>
 #include <QCoreApplication>
 #include <QDesktopServices>
 #include <QDir>
-#include <QMediaDevices>
+#include <QLibrary>
 #include <QOperatingSystemVersion>
-#include <QSoundEffect>
 #include <QUrl>
 
 #include <algorithm>
@@ -30,13 +28,18 @@ int32_t PackedVersion(const QOperatingSystemVersion& version) {
   return (major / 10 % 10) << 12 | (major % 10) << 8 | minor << 4 | micro;
 }
 
-void DeleteWhenDone(QSoundEffect& sound) {
-  QObject::connect(&sound, &QSoundEffect::playingChanged, &sound, [&sound] {
-    if (!sound.isPlaying()) sound.deleteLater();
-  });
-  QObject::connect(&sound, &QSoundEffect::statusChanged, &sound, [&sound] {
-    if (sound.status() == QSoundEffect::Error) sound.deleteLater();
-  });
+QDir ProgramFolder() { return QCoreApplication::applicationDirPath(); }
+
+// The module of sound/sound.cpp, beside the program or installed; null when the module is absent.
+auto FindPlayer() {
+  using Player = void (*)(QObject & sounds, const QString& name);
+  for (const char* const folder : {".", "../lib/quorvel"}) {
+    QLibrary module(ProgramFolder().filePath(folder) + "/quorvel_sound");
+    if (const auto play = module.resolve("quorvel_play_sound")) {
+      return reinterpret_cast<Player>(play);
+    }
+  }
+  return Player();
 }
 
 }  // namespace
@@ -44,9 +47,8 @@ void DeleteWhenDone(QSoundEffect& sound) {
 std::filesystem::path Desktop::DocumentsFolder() { return FindDocumentsFolder(); }
 
 std::filesystem::path Desktop::ResourcesFolder() {
-  const QDir program(QCoreApplication::applicationDirPath());
-  const QString beside = program.filePath("resources");
-  const QString installed = program.filePath("../share/quorvel/resources");
+  const QString beside = ProgramFolder().filePath("resources");
+  const QString installed = ProgramFolder().filePath("../share/quorvel/resources");
   return PathOf(QDir::cleanPath(QDir(beside).exists() ? beside : installed));
 }
 
@@ -61,12 +63,8 @@ std::optional<int32_t> Desktop::Gestalt(std::string_view selector) {
 void Desktop::OpenUrl(std::string_view url) { QDesktopServices::openUrl(QUrl(FromUtf8(url))); }
 
 void Desktop::PlaySound(const std::filesystem::path& file) {
-  const QString name = QFile::decodeName(file.c_str());
-  if (!QFileInfo(name).isFile() || QMediaDevices::defaultAudioOutput().isNull()) return;
-  auto* sound = new QSoundEffect(&sounds);
-  DeleteWhenDone(*sound);
-  sound->setSource(QUrl::fromLocalFile(name));
-  sound->play();
+  static const auto play = FindPlayer();
+  if (play) play(sounds, QFile::decodeName(file.c_str()));
 }
 
 void Desktop::ReportError(std::string_view line) { OfferLine(STDERR_FILENO, line); }
