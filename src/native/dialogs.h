@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "native/long_work.h"
 #include "native/printing.h"
 
 namespace quorvel::native {
@@ -40,6 +41,13 @@ class Dialogs {
   /// the user cancels.
   [[nodiscard]] virtual std::optional<std::filesystem::path> AskSaveFile(
       const SaveQuestion& question) = 0;
+  /// Does the work in a thread of its own, and returns when the work has ended. Until then events
+  /// are delivered, but what the user does waits for the first half second; after that, a box tells
+  /// how far the work is, and lets the user cancel it. Work that ends at once delivers no events.
+  ///
+  /// False when cancelled work does not end within a few seconds: the thread then goes on alone.
+  /// The calls of files and folders outlive such a thread.
+  [[nodiscard]] virtual bool Await(const LongWork& work) = 0;
 };
 
 }  // namespace quorvel::native

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cerrno>
+#include <functional>
 #include <map>
 #include <string>
 #include <utility>
@@ -13,20 +14,29 @@ namespace quorvel::test {
 class Faults {
  public:
   /// The `nth` call from now (1 is the next) fails with `error`, an `errno`.
-  void Arrange(const std::string& call, int nth, int error) { mArranged[call] = {nth, error}; }
+  void Arrange(const std::string& call, int nth, int error) {
+    Arrange(call, nth, [error] {
+      errno = error;
+      return true;
+    });
+  }
+  /// The `nth` call from now first does `act`, and fails when `act` returns true.
+  void Arrange(const std::string& call, int nth, std::function<bool()> act) {
+    mArranged[call] = {nth, std::move(act)};
+  }
   /// Whether an arranged failure of the call is still to come.
   [[nodiscard]] bool IsAhead(const std::string& call) const { return mArranged.contains(call); }
-  /// Counts a call, and sets `errno` when the call is to fail.
+  /// Counts a call. True, with the reason in `errno`, when the call is to fail.
   [[nodiscard]] bool Strike(const std::string& call) {
     const auto found = mArranged.find(call);
     if (found == mArranged.end() || --found->second.first > 0) return false;
-    errno = found->second.second;
+    const auto act = std::move(found->second.second);
     mArranged.erase(found);
-    return true;
+    return act();
   }
 
  private:
-  std::map<std::string, std::pair<int, int>> mArranged;
+  std::map<std::string, std::pair<int, std::function<bool()>>> mArranged;
 };
 
 /// The system's calls on open files, of which a test makes some fail.

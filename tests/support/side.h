@@ -39,6 +39,12 @@ class Dialogs : public native::Dialogs {
   std::unique_ptr<native::PrintJob> AskPrint(native::PageSetup* setup) override {
     return setup == page_setup && start_print ? start_print() : nullptr;
   }
+  bool Await(const native::LongWork& work) override {
+    if (await) return await(work);
+    cancel_work = work.cancel;
+    work.run();
+    return true;
+  }
 
   std::vector<std::string> messages;
   std::vector<native::SaveQuestion> save_questions;
@@ -49,6 +55,9 @@ class Dialogs : public native::Dialogs {
   std::function<std::unique_ptr<native::PrintJob>()> start_print;
   /// The answer to the next save dialog; nothing cancels.
   std::optional<std::filesystem::path> save_answer;
+  /// Waits for long work; nothing does the work at once.
+  std::function<bool(const native::LongWork&)> await;
+  std::function<void()> cancel_work;  ///< of the last long work
   /// Runs while the next message or save dialog is open.
   std::function<void()> while_open;
 

@@ -29,6 +29,10 @@ class Dialogs final : public native::Dialogs {
   std::optional<std::filesystem::path> AskSaveFile(const native::SaveQuestion&) override {
     return std::nullopt;
   }
+  bool Await(const native::LongWork& work) override {
+    work.run();
+    return true;
+  }
 };
 
 class Desktop final : public native::Desktop {

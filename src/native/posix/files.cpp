@@ -180,14 +180,16 @@ class PosixFolders final : public FolderCalls {
 
 }  // namespace
 
+// A thread that a dead disk holds up may still use these when the process ends, so they are never
+// destroyed.
 FileCalls& PosixFileCalls() {
-  static PosixFiles calls;
-  return calls;
+  static auto* const calls = new PosixFiles;
+  return *calls;
 }
 
 FolderCalls& PosixFolderCalls() {
-  static PosixFolders calls;
-  return calls;
+  static auto* const calls = new PosixFolders;
+  return *calls;
 }
 
 }  // namespace quorvel

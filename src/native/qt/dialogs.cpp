@@ -1,5 +1,6 @@
 #include "native/qt/dialogs.h"
 
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QFileDialog>
 #include <QLoggingCategory>
@@ -8,9 +9,14 @@
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QPrinterInfo>
+#include <chrono>
+#include <future>
+#include <system_error>
+#include <thread>
 
 #include "native/qt/modal.h"
 #include "native/qt/print_job.h"
+#include "native/qt/progress.h"
 #include "native/qt/strings.h"
 
 namespace quorvel::qt {
@@ -61,6 +67,21 @@ bool PrintAccepted(QPrinter& printer) {
   return dialog.Accepted();
 }
 
+constexpr std::chrono::milliseconds kBetweenLooks(50);
+constexpr std::chrono::seconds kPatience(5);
+
+// The thread is detached: a dead disk would hold up whoever joins it. Without a thread to be had,
+// the work is done at once.
+std::future<void> Start(const std::function<void()>& work) {
+  const auto task = std::make_shared<std::packaged_task<void()>>(work);
+  try {
+    std::thread([task] { (*task)(); }).detach();
+  } catch (const std::system_error&) {
+    (*task)();
+  }
+  return task->get_future();
+}
+
 }  // namespace
 
 void Dialogs::Message(std::string_view text) {
@@ -84,6 +105,22 @@ std::optional<std::filesystem::path> Dialogs::AskSaveFile(const native::SaveQues
   const QString file = dialog->selectedFiles().value(0);
   last_folder = QFileInfo(file).path();
   return std::filesystem::path(QFile::encodeName(file).toStdString());
+}
+
+bool Dialogs::Await(const native::LongWork& work) {
+  const auto end = Start(work.run);
+  const auto ended = [&] { return end.wait_for(kBetweenLooks) == std::future_status::ready; };
+  if (ended()) return true;
+  Progress progress;
+  QDeadlineTimer patience(QDeadlineTimer::Forever);
+  while (!ended()) {
+    progress.Show(FromUtf8(work.text), work.percent());
+    if (patience.hasExpired()) return false;
+    if (!progress.Cancelled() || !patience.isForever()) continue;
+    work.cancel();
+    patience.setRemainingTime(kPatience);
+  }
+  return true;
 }
 
 std::shared_ptr<QPrinter> Dialogs::NewPrinter() const {

@@ -16,6 +16,7 @@ class Dialogs final : public native::Dialogs {
   [[nodiscard]] std::unique_ptr<native::PrintJob> AskPrint(native::PageSetup* given) override;
   [[nodiscard]] std::optional<std::filesystem::path> AskSaveFile(
       const native::SaveQuestion& question) override;
+  [[nodiscard]] bool Await(const native::LongWork& work) override;
 
  private:
   /// The printer that the user chose last, or else the desktop's, with default page setup.

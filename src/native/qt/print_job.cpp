@@ -52,7 +52,7 @@ void PrintJob::DrawString(std::string_view text, int32_t x, int32_t y,
 }
 
 void PrintJob::NextPage() {
-  progress.Show(++page);
+  progress.Show(QString("Printing page %1...").arg(++page));
   if (progress.Cancelled() || !printer->newPage()) CallOff();
 }
 

@@ -5,7 +5,7 @@
 #include <memory>
 
 #include "native/printing.h"
-#include "native/qt/print_progress.h"
+#include "native/qt/progress.h"
 
 namespace quorvel::qt {
 
@@ -36,7 +36,7 @@ class PrintJob final : public native::PrintJob {
   const bool begun;
   bool called_off = false;
   int page;
-  PrintProgress progress;
+  Progress progress;
 };
 
 }  // namespace quorvel::qt

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "native/native.h"
+#include "platform/files/draft.h"
 #include "platform/runtime/runtime.h"
 
 namespace quorvel {
@@ -53,7 +54,10 @@ bool FolderTakesNoFile(int error) { return error == EACCES || error == EPERM || 
 }  // namespace
 
 PendingFile::PendingFile(std::filesystem::path path, std::filesystem::path hidden, int file)
-    : mPath(std::move(path)), mChosen(mPath), mHidden(std::move(hidden)), mFile(file) {}
+    : mPath(std::move(path)),
+      mChosen(mPath),
+      mReplaces(!hidden.empty()),
+      mDraft(std::make_shared<Draft>(std::move(hidden), file)) {}
 
 std::shared_ptr<PendingFile> PendingFile::Open(const std::filesystem::path& path) {
   const int old = Files().OpenToWrite(path.string());
@@ -71,7 +75,7 @@ std::shared_ptr<PendingFile> PendingFile::Open(const std::filesystem::path& path
 }
 
 bool PendingFile::HasNoFileYet() const {
-  return IsOpen() && !mHidden.empty() && (mPath != mChosen || Folders().IsFree(mPath.string()));
+  return IsOpen() && mReplaces && (mPath != mChosen || Folders().IsFree(mPath.string()));
 }
 
 bool PendingFile::Rename(const std::filesystem::path& renamed) {
@@ -86,39 +90,35 @@ bool PendingFile::Rename(const std::filesystem::path& renamed) {
 }
 
 void PendingFile::Write(std::string_view bytes) {
-  while (IsOpen() && !mFailed && !bytes.empty()) {
-    const auto count = Files().Write(mFile, bytes);
-    mFailed = count <= 0;
-    if (!mFailed) bytes.remove_prefix(static_cast<size_t>(count));
-  }
+  Do([draft = mDraft, bytes] { draft->Write(bytes); });
 }
 
 void PendingFile::Close() {
-  if (!IsOpen()) return;
-  mFailed = mFailed || !Files().Sync(mFile);
-  Files().Close(std::exchange(mFile, -1));
-  if (mHidden.empty()) return;
-  if (!mFailed && MoveHiddenFile()) {
-    Folders().SyncFolder(mHidden.parent_path().string());
-  } else {
-    mFailed = true;
-    Folders().Remove(mHidden.string());
-  }
-}
-
-bool PendingFile::MoveHiddenFile() {
-  if (mPath != mChosen) {
-    if (Folders().RenameToNew(mHidden.string(), mPath.string())) return true;
-    // Another program took the new name meanwhile: the text goes to the file that the user chose.
-    mPath = mChosen;
-  }
-  return Folders().Replace(mHidden.string(), Resolved(mPath).string());
+  const std::filesystem::path fresh = mPath != mChosen ? mPath : "";
+  Do([draft = mDraft, fresh, file = Resolved(mChosen)] { draft->Finish(fresh, file); });
+  // Another program took the new name meanwhile: the text went to the file that the user chose.
+  if (mDraft && !mDraft->IsFresh()) mPath = mChosen;
+  Discard();
 }
 
 void PendingFile::Discard() {
-  if (!IsOpen()) return;
-  mFailed = true;
-  Close();
+  if (mDraft) mDraft->GiveUp();
+  mDraft.reset();
+}
+
+void PendingFile::Do(std::function<void()> work) {
+  const auto draft = mDraft;
+  if (!draft || mFailed) return;
+  const native::LongWork long_work{
+      .text = "Saving...",
+      .run = std::move(work),
+      .cancel = [draft] { draft->Cancel(); },
+      .percent = [draft] { return draft->Percent(); }};
+  Nested([&] {
+    const bool ended = Native().Dialogs().Await(long_work);
+    mFailed = draft->Failed();
+    if (!ended) mDraft.reset();
+  });
 }
 
 }  // namespace quorvel
