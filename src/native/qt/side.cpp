@@ -1,7 +1,9 @@
 #include "native/qt/side.h"
 
+#include <dlfcn.h>
 #include <QApplication>
 #include <QSettings>
+#include <future>
 #include <string>
 
 #include "native/qt/desktop.h"
@@ -20,6 +22,14 @@ void KeepNoSettings() {
   for (const auto format : {QSettings::NativeFormat, QSettings::IniFormat}) {
     QSettings::setPath(format, QSettings::UserScope, "/dev/null");
   }
+}
+
+// Reading the list of installed fonts is a tenth of the start, and the toolkit does so as late as
+// at the first text. Where the toolkit takes the list from this library, the library keeps the
+// list.
+void ReadFontList() {
+  const auto read = reinterpret_cast<int (*)()>(dlsym(RTLD_DEFAULT, "FcInit"));
+  if (read) read();
 }
 
 class Side final : public native::Side {
@@ -49,6 +59,8 @@ class Side final : public native::Side {
  private:
   // The toolkit sees the program's name alone, so no option of the toolkit has an effect.
   std::string name;
+  // Goes on while the application connects to the screen.
+  const std::future<void> font_list = std::async(ReadFontList);
   int argument_count = 1;
   char* arguments[2] = {name.data(), nullptr};
   QApplication application;
