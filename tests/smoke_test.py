@@ -70,6 +70,12 @@ def expect_end(program):
         sys.exit(f"the program ended with {program.returncode}")
 
 
+def expect_multimedia(program, loaded):
+    """Whether the program has loaded the large library for the one sound of a new key."""
+    if ("Qt6Multimedia" in pathlib.Path(f"/proc/{program.pid}/maps").read_text()) != loaded:
+        sys.exit("multimedia is loaded without a sound" if not loaded else "the sound cannot play")
+
+
 def first_run(started):
     """Type a key, accept what the dialog offers, and listen."""
     started.append(program := subprocess.Popen([PROGRAMS / "quorvel"]))
@@ -79,7 +85,9 @@ def first_run(started):
     keys(window_id, "Return")  # presses nothing
     output("xdotool", "mousemove", "--window", window_id, "384", "463", "click", "1")
     keys(window("Save As"), "Return")
-    keys(window(TITLE), "alt+F4")
+    window_id = window(TITLE)
+    expect_multimedia(program, True)
+    keys(window_id, "alt+F4")
     expect_end(program)
 
 
@@ -94,6 +102,7 @@ def second_run(home, started):
     expected = "".join(f"IP Address: 10.77.0.1 Sent: {text}\n"
                        for text in ("Hello, World 2007", "Marks: 9 of 10", "-2"))
     wait_for("the three lines in the log", lambda: log_text(window_id) == expected.strip())
+    expect_multimedia(program, False)
     check_print(home, window_id, expected)
     program.terminate()
     expect_end(program)
