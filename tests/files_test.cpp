@@ -53,6 +53,7 @@ class Files : public testing::Test {
     return lines;
   }
 
+  std::function<void()> mHanging;
   TemporaryFolder mFolder;
   test::Side mSide;
 };
@@ -114,6 +115,14 @@ TEST_F(Files, AFailedOrUnfinishedSaveLeavesTheOldFile) {
   Item("old")->CreateTextFile()->Write("half a te");
   EXPECT_EQ(Content("old"), "precious");
   EXPECT_THAT(Names(), ElementsAre("old"));
+  // Work that hangs after a cancel goes on when the text is gone.
+  mSide.dialogs.await = [&](const native::LongWork& work) {
+    return work.cancel(), mHanging = work.run, false;
+  };
+  EXPECT_FALSE(Save(Item("old")));
+  std::exchange(mHanging, nullptr)();
+  EXPECT_THAT(Names(), ElementsAre("old"));
+  mSide.dialogs.await = nullptr;
   // The hidden file of a run that was killed, with the name that this run tries first.
   mSide.faults.Arrange("CreateNew", 1, EEXIST);
   EXPECT_TRUE(Save(Item("old")));

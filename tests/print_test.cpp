@@ -1,14 +1,21 @@
-// What a print puts on the paper: a text is printed to a PDF, and the words are read back.
+// What a print puts on the paper: a text is printed to a PDF, and the words are read back. And the
+// box of a long print or save.
 
 #include <gmock/gmock.h>
 
 #include <QApplication>
 #include <QPrinter>
 #include <QProcess>
+#include <QProgressDialog>
+#include <QPushButton>
 #include <QRegularExpression>
 #include <QTimer>
+#include <semaphore>
 
+#include "native/qt/dialogs.h"
 #include "native/qt/print_job.h"
+#include "platform/files/folder_item.h"
+#include "platform/files/text_stream.h"
 #include "platform/runtime/runtime.h"
 #include "platform/windows/application.h"
 #include "support/side.h"
@@ -146,6 +153,30 @@ TEST_F(Paper, ACancelOrAQuitLeavesNoFile) {
   }
   mSide.dialogs.start_print = nullptr;
   EXPECT_TRUE(Printed("text").empty());
+}
+
+TEST_F(Paper, ASlowDiskShowsTheBoxOfALongPrintAndACancelKeepsTheOldFile) {
+  WriteFile(mFolder.Path() / "old", "precious");
+  qt::Dialogs dialogs;
+  mSide.dialogs.await = [&](const native::LongWork& work) { return dialogs.Await(work); };
+  std::binary_semaphore disk(0);
+  mSide.faults.Arrange("Write", 1, [&] { return disk.acquire(), false; });
+  QString told;
+  QTimer look;
+  look.callOnTimeout([&] {
+    auto* const box = qobject_cast<QProgressDialog*>(QApplication::activeModalWidget());
+    if (box == nullptr) return;
+    told += box->labelText();
+    if (auto* const cancel = box->findChild<QPushButton*>()) return cancel->click();
+    look.stop();
+    disk.release();
+  });
+  look.start(1);
+  const auto stream = New<FolderItem>(mFolder.Path() / "old")->CreateTextFile();
+  stream->Write("text");
+  stream->Close();
+  EXPECT_EQ(told, "Saving...Stopping...");
+  EXPECT_EQ(ReadFile(mFolder.Path() / "old"), "precious");
 }
 
 }  // namespace

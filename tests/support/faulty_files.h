@@ -15,10 +15,7 @@ class Faults {
  public:
   /// The `nth` call from now (1 is the next) fails with `error`, an `errno`.
   void Arrange(const std::string& call, int nth, int error) {
-    Arrange(call, nth, [error] {
-      errno = error;
-      return true;
-    });
+    Arrange(call, nth, [error] { return errno = error, true; });
   }
   /// The `nth` call from now first does `act`, and fails when `act` returns true.
   void Arrange(const std::string& call, int nth, std::function<bool()> act) {

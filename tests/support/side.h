@@ -41,7 +41,6 @@ class Dialogs : public native::Dialogs {
   }
   bool Await(const native::LongWork& work) override {
     if (await) return await(work);
-    cancel_work = work.cancel;
     work.run();
     return true;
   }
@@ -57,7 +56,6 @@ class Dialogs : public native::Dialogs {
   std::optional<std::filesystem::path> save_answer;
   /// Waits for long work; nothing does the work at once.
   std::function<bool(const native::LongWork&)> await;
-  std::function<void()> cancel_work;  ///< of the last long work
   /// Runs while the next message or save dialog is open.
   std::function<void()> while_open;
 

@@ -109,11 +109,10 @@ void PendingFile::Discard() {
 void PendingFile::Do(std::function<void()> work) {
   const auto draft = mDraft;
   if (!draft || mFailed) return;
-  const native::LongWork long_work{
-      .text = "Saving...",
-      .run = std::move(work),
-      .cancel = [draft] { draft->Cancel(); },
-      .percent = [draft] { return draft->Percent(); }};
+  const native::LongWork long_work{.text = "Saving...",
+                                   .run = std::move(work),
+                                   .cancel = [draft] { draft->Cancel(); },
+                                   .percent = [draft] { return draft->Percent(); }};
   Nested([&] {
     const bool ended = Native().Dialogs().Await(long_work);
     mFailed = draft->Failed();
