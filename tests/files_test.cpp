@@ -115,11 +115,12 @@ TEST_F(Files, AFailedOrUnfinishedSaveLeavesTheOldFile) {
   Item("old")->CreateTextFile()->Write("half a te");
   EXPECT_EQ(Content("old"), "precious");
   EXPECT_THAT(Names(), ElementsAre("old"));
-  // Work that hangs after a cancel goes on when the text is gone.
+  // Work that hangs after a cancel keeps its file, and goes on when the text is gone.
   mSide.dialogs.await = [&](const native::LongWork& work) {
     return work.cancel(), mHanging = work.run, false;
   };
   EXPECT_FALSE(Save(Item("old")));
+  EXPECT_EQ(Names().size(), 2U);
   std::exchange(mHanging, nullptr)();
   EXPECT_THAT(Names(), ElementsAre("old"));
   mSide.dialogs.await = nullptr;
