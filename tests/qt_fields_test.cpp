@@ -130,6 +130,8 @@ TEST_F(QtLog, RightToLeftLinesStandAtTheRightEdge) {
 }
 
 TEST_F(QtLog, TheMouseAndTheKeyboardSelectText) {
+  Show("one");
+  View().ShowNow();
   Show("one two\nthree four\nfive");
   const auto at = [&](size_t position) {
     const auto& placed = *View().CurrentPage().RowOf(position);
@@ -141,9 +143,12 @@ TEST_F(QtLog, TheMouseAndTheKeyboardSelectText) {
   };
   QWidget* const port = View().viewport();
   QTest::mousePress(port, Qt::LeftButton, {}, at(4));
-  QMouseEvent drag(QEvent::MouseMove, at(13), port->mapToGlobal(at(13)), Qt::NoButton,
-                   Qt::LeftButton, {});
-  QApplication::sendEvent(port, &drag);
+  const auto drag_to = [&](size_t position) {
+    QMouseEvent drag(QEvent::MouseMove, at(position), port->mapToGlobal(at(position)), Qt::NoButton,
+                     Qt::LeftButton, {});
+    QApplication::sendEvent(port, &drag);
+  };
+  drag_to(13);
   QTest::mouseRelease(port, Qt::LeftButton, {}, at(13));
   EXPECT_EQ(selected(), "two\nthree");
   QTest::mouseClick(port, Qt::LeftButton, Qt::ShiftModifier, at(18));
@@ -152,6 +157,10 @@ TEST_F(QtLog, TheMouseAndTheKeyboardSelectText) {
   EXPECT_EQ(selected(), "four");
   QTest::mouseClick(port, Qt::LeftButton, {}, at(15));
   EXPECT_EQ(selected(), "three four\n");
+  QTest::mouseDClick(port, Qt::LeftButton, {}, at(15));
+  drag_to(9);
+  EXPECT_EQ(selected(), "three four");
+  QTest::mouseRelease(port, Qt::LeftButton, {}, at(9));
   QTest::mouseClick(port, Qt::LeftButton, {}, at(19));
   for (const auto key : {Qt::Key_Down, Qt::Key_Left, Qt::Key_Up}) {
     QTest::keyClick(&View(), key, Qt::ShiftModifier);
@@ -179,13 +188,14 @@ TEST_F(QtLog, EveryRowInSightIsPainted) {
 // The copy of a long text is made by the reader of the clipboard.
 TEST_F(QtLog, ACopyIsTheTextAsItWas) {
   for (const size_t size : {10, 200000}) {
-    const auto kept = std::make_shared<const std::string>("\xFF\n" + std::string(size, 'w'));
+    auto kept = std::make_shared<const std::string>("\xFF\n" + std::string(size, 'w'));
     mUser.keep = [&] { return kept; };
     mField->ShowText(*kept, 0);
     View().setFocus();
     QTest::keyClick(&View(), Qt::Key_A, Qt::ControlModifier);
     QTest::keyClick(&View(), Qt::Key_C, Qt::ControlModifier);
     Show("another text");
+    kept.reset();
     EXPECT_EQ(QGuiApplication::clipboard()->text().toStdString(),
               "\u00FF\n" + std::string(size, 'w'));
   }

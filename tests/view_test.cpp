@@ -88,6 +88,8 @@ TEST_F(View, WrapsAndFindsPositionsAsTheToolkitDoesInTheWholeLine) {
       const bool is_stop = whole.isValidCursorPosition(unit) && !shown[unit].isLowSurrogate();
       const int stop = is_stop ? unit : row.textStart();
       EXPECT_NEAR(ours.XOf(byte(stop)), row.cursorToX(stop), 0.02) << line;
+      const bool ends_line = i + 1 == whole.lineCount();
+      EXPECT_TRUE(ends_line || ours.PositionAt(2 * width) < ours.Bytes().end) << line;
       const auto x = static_cast<qreal>(mRandom.Below(static_cast<size_t>(width)));
       const int hit = row.xToCursor(x);
       const bool inside = hit < row.textStart() + row.textLength();
