@@ -196,7 +196,7 @@ class Pins : public testing::Test {
     arrival.head.interface = interface;
     arrival.at = SteadyTime(at);
     arrival.head.stamp = at;
-    arrival.bytes = text;
+    arrival.data = Text::FromBytes(text);
     mPins.Judge(std::move(arrival), mDeliver);
     return std::exchange(mDelivered, {});
   }
@@ -217,7 +217,7 @@ class Pins : public testing::Test {
 
   SenderPins mPins;
   std::string mDelivered;
-  SenderPins::Deliver mDeliver = [this](Arrival&& arrival) { mDelivered += arrival.bytes; };
+  SenderPins::Deliver mDeliver = [this](Arrival&& arrival) { mDelivered += arrival.data.Bytes(); };
 };
 
 TEST_F(Pins, HoldASenderForASecondAndAreForgottenInTheEnd) {

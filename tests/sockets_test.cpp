@@ -95,11 +95,10 @@ TEST_F(Sockets, DatagramsAreTakenInOrderWhileTheProgramIsBusy) {
     }
   }
   receiver->TakeIn();
-  const auto taken = receiver->Take(20000);
-  ASSERT_EQ(taken.size(), 10000U);
-  for (size_t i = 0; i < taken.size(); ++i) {
-    ASSERT_EQ(std::get<Arrival>(taken[i]).bytes, std::to_string(i));
-  }
+  std::string taken, expected;
+  while (receiver->Waiting() > 0) taken += receiver->Take().bytes;
+  for (int i = 0; i < 10000; ++i) expected += std::to_string(i);
+  EXPECT_EQ(taken, expected);
   EXPECT_EQ(receiver->DroppedHere() + receiver->DroppedBySystem(), 0U);
   // Ends in the middle of a flood.
   for (int i = 0; i < 1000; ++i) static_cast<void>(calls.Send(sending, 0x7F000001, kPort, "x"));
@@ -114,7 +113,8 @@ TEST(ReceiverQueue, TakesA256MebibytesAndCountsTheDatagramsThatItDrops) {
   for (size_t round = 1; round <= 2; ++round) {
     calls.arriving.assign(4200, {1, std::string(65507, 'x')});
     while (!calls.arriving.empty()) receiver.TakeIn();
-    const size_t taken = receiver.Take(4200).size();
+    const size_t taken = receiver.Waiting();
+    while (receiver.Waiting() > 0) static_cast<void>(receiver.Take());
     EXPECT_NEAR(static_cast<double>(taken) * 65507, 256 << 20, 1 << 20);
     EXPECT_EQ(receiver.DroppedHere(), (4200 - taken) * round);
   }

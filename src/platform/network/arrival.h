@@ -1,17 +1,16 @@
 #pragma once
 
-#include <string>
-
 #include "native/network_calls.h"
+#include "platform/values/text.h"
 
 namespace quorvel {
 
-/// A datagram that has been taken from the system.
+/// A datagram on the event loop's way to the program.
 struct Arrival {
   /// All but the bytes: `head.bytes` is empty.
   ReceivedBytes head;
   SteadyTime at;
-  std::string bytes;
+  Text data;
 };
 
 }  // namespace quorvel

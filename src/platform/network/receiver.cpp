@@ -86,25 +86,36 @@ Receiver::Share Receiver::TakeBatch() {
 }
 
 void Receiver::KeepDatagram(ReceivedBytes datagram, SteadyTime at) {
-  const size_t size = sizeof(Received) + datagram.bytes.size();
-  if (mQueueBytes + size > kMostWaiting) {
+  const std::string_view bytes = std::exchange(datagram.bytes, {});
+  if (mWaitingBytes + sizeof(Received) + bytes.size() > kMostWaiting) {
     ++mDroppedHere;
     return;
   }
-  mQueueBytes += size;
-  std::string bytes(std::exchange(datagram.bytes, {}));
-  Keep(Arrival{datagram, at, std::move(bytes)});
+  Keep(ReceivedDatagram{datagram, at, bytes.size()}, bytes);
+}
+
+bool Receiver::EndsInFailure() const {
+  return !mQueue.empty() && std::holds_alternative<ReceiveFailure>(mQueue.back().received.back());
 }
 
 // A failure that goes on waits only once.
 void Receiver::KeepFailure(int error) {
-  const auto* const last = mQueue.empty() ? nullptr : std::get_if<ReceiveFailure>(&mQueue.back());
-  if (last == nullptr || last->error != error) Keep(ReceiveFailure{error});
+  if (EndsInFailure() && std::get<ReceiveFailure>(mQueue.back().received.back()).error == error) {
+    return;
+  }
+  Keep(ReceiveFailure{error});
 }
 
-void Receiver::Keep(Received received) {
+void Receiver::Keep(const Received& received, std::string_view bytes) {
   if (mQueue.empty()) mWaits.Set();
-  mQueue.push_back(std::move(received));
+  const bool alone = std::holds_alternative<ReceiveFailure>(received) || EndsInFailure();
+  if (mQueue.empty() || alone || mQueue.back().received.size() == kBatch) {
+    mQueue.emplace_back().received.reserve(ReceiveBatch::kMostDatagrams);
+  }
+  mQueue.back().received.push_back(received);
+  mQueue.back().bytes += bytes;
+  mWaitingBytes += sizeof(Received) + bytes.size();
+  ++mWaiting;
 }
 
 void Receiver::NoteLostLink(InterfaceIndex interface) {
@@ -114,24 +125,18 @@ void Receiver::NoteLostLink(InterfaceIndex interface) {
 
 size_t Receiver::Waiting() const {
   const std::lock_guard lock(mLock);
-  return mQueue.size();
+  return mWaiting;
 }
 
-std::deque<Received> Receiver::Take(size_t most) {
-  std::deque<Received> taken;
+ReceivedBatch Receiver::Take() {
   const std::lock_guard lock(mLock);
-  while (!mQueue.empty() && taken.size() < most) {
-    const bool is_failure = std::holds_alternative<ReceiveFailure>(mQueue.front());
-    if (is_failure && !taken.empty()) break;
-    if (const auto* const arrival = std::get_if<Arrival>(&mQueue.front())) {
-      mQueueBytes -= sizeof(Received) + arrival->bytes.size();
-    }
-    taken.push_back(std::move(mQueue.front()));
-    mQueue.pop_front();
-    if (is_failure) break;
-  }
+  if (mQueue.empty()) return {};
+  ReceivedBatch oldest = std::move(mQueue.front());
+  mQueue.pop_front();
+  mWaiting -= oldest.received.size();
+  mWaitingBytes -= oldest.received.size() * sizeof(Received) + oldest.bytes.size();
   if (mQueue.empty()) mWaits.Clear();
-  return taken;
+  return oldest;
 }
 
 uint64_t Receiver::DroppedHere() const {

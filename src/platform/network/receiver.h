@@ -4,15 +4,24 @@
 #include <cstdint>
 #include <deque>
 #include <mutex>
+#include <string>
+#include <string_view>
 #include <thread>
 #include <variant>
+#include <vector>
 
 #include "native/network_calls.h"
 #include "native/wake_flag.h"
-#include "platform/network/arrival.h"
 
 namespace quorvel {
 
+/// A datagram that has been taken from the system: the next `length` bytes of the batch.
+struct ReceivedDatagram {
+  /// All but the bytes: `head.bytes` is empty.
+  ReceivedBytes head;
+  SteadyTime at;
+  size_t length;
+};
 /// A receive call has failed with the number `error`.
 struct ReceiveFailure {
   int error;
@@ -21,7 +30,13 @@ struct ReceiveFailure {
 struct LostLink {
   InterfaceIndex interface;
 };
-using Received = std::variant<Arrival, ReceiveFailure, LostLink>;
+using Received = std::variant<ReceivedDatagram, ReceiveFailure, LostLink>;
+
+/// What came in one after the other, and the bytes of the datagrams without a gap.
+struct ReceivedBatch {
+  std::vector<Received> received;
+  std::string bytes;
+};
 
 /// Takes a socket's datagrams from the system into memory, in the order of arrival, on a thread of
 /// its own: while the program is busy, the small receive buffer of the system does not overflow.
@@ -33,6 +48,8 @@ class Receiver {
  public:
   /// The most memory that waiting datagrams take up, in bytes; further datagrams are dropped.
   static constexpr size_t kMostWaiting = size_t{256} * 1024 * 1024;
+  /// The most of what waits in one batch.
+  static constexpr size_t kBatch = 512;
 
   /// `calls` and the open `socket` outlive the receiver.
   Receiver(SocketCalls& calls, int socket);
@@ -50,8 +67,8 @@ class Receiver {
   /// Puts a note that `interface` may miss datagrams behind all that waits.
   void NoteLostLink(InterfaceIndex interface);
   [[nodiscard]] size_t Waiting() const;
-  /// The oldest of what waits, up to `most`. A failure comes alone.
-  [[nodiscard]] std::deque<Received> Take(size_t most);
+  /// The oldest of what waits, up to kBatch. A failure comes alone.
+  [[nodiscard]] ReceivedBatch Take();
 
   /// The datagrams dropped at kMostWaiting, and those dropped by the system, since the start.
   [[nodiscard]] uint64_t DroppedHere() const;
@@ -66,9 +83,10 @@ class Receiver {
 
   void Run();
   Share TakeBatch();
-  void Keep(Received received);
+  void Keep(const Received& received, std::string_view bytes = {});
   void KeepDatagram(ReceivedBytes datagram, SteadyTime at);
   void KeepFailure(int error);
+  [[nodiscard]] bool EndsInFailure() const;
   [[nodiscard]] std::chrono::microseconds Rest(const Share& share) const;
 
   SocketCalls& mCalls;
@@ -79,8 +97,9 @@ class Receiver {
   mutable std::mutex mLock;
   /// `mLock` guards the receive call and all below, so that arrivals keep their order.
   ReceiveBatch mBatch;
-  std::deque<Received> mQueue;
-  size_t mQueueBytes = 0;
+  std::deque<ReceivedBatch> mQueue;
+  size_t mWaiting = 0;
+  size_t mWaitingBytes = 0;
   uint64_t mDroppedHere = 0;
   uint64_t mDroppedBySystem = 0;
   uint32_t mLastSystemCount = 0;

@@ -67,6 +67,7 @@ void SenderPins::TakeCopy(Pin& pin, Arrival&& arrival) {
   const bool is_of_last_original = ++pin.copies == 1 && !pin.copy_comes_first;
   if (is_of_last_original) return;
   if (mHeld.size() == kMostHeld) mHeld.pop_front();
+  arrival.data = arrival.data.Compact();
   mHeld.push_back(std::move(arrival));
 }
 

@@ -15,8 +15,6 @@ namespace quorvel {
 
 namespace {
 
-// The most datagrams that are delivered before windows and timers get their turn.
-constexpr size_t kBatch = 512;
 constexpr std::chrono::seconds kTick{2};
 
 SocketCalls& Calls() { return HasNative() ? Native().Sockets() : PosixSocketCalls(); }
@@ -147,6 +145,7 @@ void UDPSocket::Close() {
   mReceiver.reset();
   mLinks.reset();
   mReceived.clear();
+  mNextRead = 0;
   mPins = {};
   mDrops = {};
   mReceiveError = 0;
@@ -202,9 +201,15 @@ bool UDPSocket::SendToGroup(Ipv4Address group, const Text& data) {
 
 Ref<Datagram> UDPSocket::Read(std::nullptr_t) {
   if (mReceived.empty()) return Nil;
-  const Arrival oldest = std::move(mReceived.front());
-  mReceived.pop_front();
-  return New<Datagram>(mAddresses.Of(oldest.head.from), Text::FromBytes(oldest.bytes));
+  // A datagram that the caller holds no more takes the next contents.
+  if (mRead.Shared().use_count() != 1) mRead = New<Datagram>();
+  Arrival& oldest = mReceived[mNextRead];
+  mRead->_Assign(mAddresses.Of(oldest.head.from), std::move(oldest.data));
+  if (++mNextRead == mReceived.size()) {
+    mReceived.clear();
+    mNextRead = 0;
+  }
+  return mRead;
 }
 
 void UDPSocket::DeliverWaiting() { DeliverBatch(); }
@@ -216,9 +221,14 @@ void UDPSocket::TakeAndDeliver() {
 
 UDPSocket::Delivery UDPSocket::DeliverBatch() {
   if (!mReceiver) return Delivery::Nothing;
-  auto batch = mReceiver->Take(kBatch);
-  for (Received& received : batch) {
-    if (auto* const arrival = std::get_if<Arrival>(&received)) Judge(std::move(*arrival));
+  const auto [batch, bytes] = mReceiver->Take();
+  const Text all = Text::FromBytes(bytes);
+  size_t offset = 0;
+  for (const Received& received : batch) {
+    if (const auto* const datagram = std::get_if<ReceivedDatagram>(&received)) {
+      Judge({datagram->head, datagram->at, all.ByteRange(offset, datagram->length)});
+      offset += datagram->length;
+    }
     if (const auto* const lost = std::get_if<LostLink>(&received)) {
       mPins.Unpin(lost->interface, Accepting());
     }
@@ -265,7 +275,7 @@ void UDPSocket::Poll() {
   const auto keep = shared_from_this();
   if (mReceiver) mReceiver->TakeIn();
   size_t left = mReceiver ? mReceiver->Waiting() : 0;
-  for (; mReceiver && left > 0; left -= std::min(left, kBatch)) {
+  for (; mReceiver && left > 0; left -= std::min(left, Receiver::kBatch)) {
     if (DeliverBatch() == Delivery::Nothing) break;
   }
   mLastErrorCode = IsConnected() ? std::exchange(mReceiveError, 0) : ENOTCONN;

@@ -2,7 +2,6 @@
 
 #include <array>
 #include <cstdint>
-#include <deque>
 #include <map>
 #include <memory>
 #include <string>
@@ -10,6 +9,7 @@
 
 #include "native/event_loop.h"
 #include "native/network_calls.h"
+#include "platform/network/arrival.h"
 #include "platform/network/group_links.h"
 #include "platform/network/receiver.h"
 #include "platform/network/sender_pins.h"
@@ -56,11 +56,16 @@ class SocketCore : public Object {
 /// A received datagram with the sender's address.
 class Datagram : public Object {
  public:
-  Datagram(Text address, Text data) : mAddress(std::move(address)), mData(std::move(data)) {}
+  Datagram() = default;
+  Datagram(const Text& address, const Text& data) { _Assign(address, data); }
   /// The sender's IPv4 address in dotted decimal, without the port.
   [[nodiscard]] const Text& Address() const { return mAddress; }
   /// The received bytes, as a text without an encoding mark.
   [[nodiscard]] const Text& Data() const { return mData; }
+  void _Assign(const Text& address, Text data) {
+    mAddress = address;
+    mData = std::move(data);
+  }
 
  private:
   Text mAddress;
@@ -127,7 +132,9 @@ class UDPSocket : public SocketCore {
   [[nodiscard]] virtual Ref<Datagram> Read(std::nullptr_t encoding);
 
   /// The number of received datagrams that are still to be read.
-  [[nodiscard]] int32_t PacketsAvailable() const { return static_cast<int32_t>(mReceived.size()); }
+  [[nodiscard]] int32_t PacketsAvailable() const {
+    return static_cast<int32_t>(mReceived.size() - mNextRead);
+  }
   /// Whether datagrams to a group also reach listeners on this host. On at first.
   void SendToSelf(bool on);
   [[nodiscard]] bool SendToSelf() const { return mSendToSelf; }
@@ -181,7 +188,10 @@ class UDPSocket : public SocketCore {
   DropCounts mDrops;
   /// The number of a receive failure since the last `Poll`, 0 without a failure.
   int32_t mReceiveError = 0;
-  std::deque<Arrival> mReceived;
+  /// What is to be read, from `mNextRead` on; empty when all is read.
+  std::vector<Arrival> mReceived;
+  size_t mNextRead = 0;
+  Ref<Datagram> mRead;
   AddressTexts mAddresses;
 };
 

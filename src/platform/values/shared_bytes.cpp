@@ -2,103 +2,69 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <cstring>
 #include <new>
-#include <utility>
+#include <span>
+
+#include "native/reserved_memory.h"
 
 namespace quorvel {
 
 namespace {
-// A join moves to a smaller buffer instead of using less than a quarter of the buffer, so that a
-// stream cut at the front does not keep the delivered bytes in memory. Small buffers are exempt.
-constexpr size_t kSparse = 4;
-constexpr size_t kSmallBuffer = 4096;
 
-// The capacity of a buffer for a value of `size` bytes that is to grow.
-size_t Roomy(size_t size) { return size + std::max<size_t>(size / 2, 64); }
+// The size of the smallest buffer in reserved memory.
+constexpr size_t kReserved = size_t{1} << 20;
+
+std::span<char> Room(size_t size) {
+  if (size >= kReserved) return ReserveMemory(size);
+  auto* const room = static_cast<char*>(std::malloc(size));
+  return {room, room == nullptr ? 0 : size};
+}
+
 }  // namespace
 
 SharedBytes::Buffer* SharedBytes::Make(size_t capacity) {
-  void* const memory = std::malloc(sizeof(Buffer) + capacity);
-  if (memory == nullptr) throw std::bad_alloc();
-  auto* buffer = new (memory) Buffer;
-  buffer->capacity = capacity;
+  const auto room = Room(sizeof(Buffer) + capacity);
+  if (room.empty()) throw std::bad_alloc();
+  auto* const buffer = new (room.data()) Buffer;
+  buffer->capacity = room.size() - sizeof(Buffer);
   return buffer;
 }
 
-// The buffer's first bytes in a buffer of another size. The old buffer stays when memory is short.
-SharedBytes::Buffer* SharedBytes::Resized(Buffer* buffer, size_t capacity) {
-  void* const memory = std::realloc(buffer, sizeof(Buffer) + capacity);
-  if (memory == nullptr) throw std::bad_alloc();
-  auto* const resized = static_cast<Buffer*>(memory);
-  resized->capacity = capacity;
-  return resized;
-}
-
-void SharedBytes::Free(Buffer* buffer) { std::free(buffer); }
-
-std::string_view SharedBytes::Buffer::Append(std::string_view bytes) {
-  char* const start = Data() + used;
-  std::memcpy(start, bytes.data(), bytes.size());
-  used += bytes.size();
-  return {start, bytes.size()};
+void SharedBytes::Free(Buffer* buffer) {
+  const size_t size = sizeof(Buffer) + buffer->capacity;
+  if (size < kReserved) {
+    std::free(buffer);
+  } else {
+    ReleaseMemory({reinterpret_cast<char*>(buffer), size});
+  }
 }
 
 SharedBytes SharedBytes::Copy(std::string_view bytes) {
   if (bytes.empty()) return {};
   Buffer* const buffer = Make(bytes.size());
-  return {buffer, buffer->Append(bytes)};
+  buffer->Append(bytes);
+  return {buffer, {buffer->Data(), bytes.size()}};
 }
 
 SharedBytes SharedBytes::Mapped(std::string_view bytes, const ByteTable& table) {
-  SharedBytes mapped = Copy(bytes);
-  if (bytes.empty()) return mapped;
-  char* const start = mapped.mBuffer->Data();
-  std::transform(start, start + bytes.size(), start,
-                 [&table](char byte) { return table[static_cast<unsigned char>(byte)]; });
-  return mapped;
+  if (bytes.empty()) return {};
+  Buffer* const buffer = Make(bytes.size());
+  char* const start = buffer->Data();
+  for (size_t i = 0; i < bytes.size(); ++i) start[i] = table[static_cast<unsigned char>(bytes[i])];
+  buffer->used = bytes.size();
+  return {buffer, {start, bytes.size()}};
 }
 
-SharedBytes SharedBytes::Slice(size_t offset, size_t length) const {
-  if (length == 0) return {};
-  ++mBuffer->references;
-  return {mBuffer, mView.substr(offset, length)};
-}
-
-bool SharedBytes::HasRoomFor(size_t tail) const {
-  const bool at_end = mView.data() + mView.size() == mBuffer->Data() + mBuffer->used;
-  const bool fits = mBuffer->capacity - mBuffer->used >= tail;
-  const bool sparse =
-      mBuffer->capacity > kSmallBuffer && mView.size() + tail < mBuffer->capacity / kSparse;
-  return at_end && fits && !sparse;
-}
-
-void SharedBytes::Append(std::string_view tail) {
-  if (tail.empty()) return;
-  const size_t size = mView.size() + tail.size();
+void SharedBytes::AppendToCopy(std::string_view tail) {
   if (mBuffer == nullptr) {
     *this = Copy(tail);
-  } else if (HasRoomFor(tail.size())) {
-    mBuffer->Append(tail);
-    mView = {mView.data(), size};
-  } else if (mBuffer->references > 1) {
-    Buffer* const buffer = Make(Roomy(size));
-    const char* const start = buffer->Append(mView).data();
-    buffer->Append(tail);
-    *this = {buffer, {start, size}};
-  } else {
-    std::memmove(mBuffer->Data(), mView.data(), mView.size());
-    mBuffer->used = mView.size();
-    mView = {mBuffer->Data(), mBuffer->used};
-    mBuffer = Resized(mBuffer, Roomy(size));
-    mBuffer->Append(tail);
-    mView = {mBuffer->Data(), size};
+    return;
   }
-}
-
-SharedBytes SharedBytes::Compact() const {
-  const bool dense = mBuffer == nullptr || mBuffer->capacity <= 2 * mView.size() + kSmallBuffer;
-  return dense ? *this : Copy(mView);
+  const size_t size = mView.size() + tail.size();
+  Buffer* const buffer = Make(size + std::max<size_t>(size / 2, 64));
+  buffer->Append(mView);
+  buffer->Append(tail);
+  *this = {buffer, {buffer->Data(), size}};
 }
 
 }  // namespace quorvel

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstring>
 #include <string_view>
 #include <utility>
 
@@ -12,6 +13,9 @@ using ByteTable = std::array<char, 256>;
 
 /// A run of bytes in a counted buffer: the storage beneath `Text`. The bytes of a value never
 /// change, and move only when `Append` is called on the value or the value goes.
+///
+/// From 1 MiB on, a buffer lies in reserved memory (`native/reserved_memory.h`): a large value grows
+/// without a copy and without a move, however many values share the buffer.
 ///
 /// The buffer is counted by hand, with plain integers, for one thread only. A
 /// `std::shared_ptr<std::string>` counts with atomic operations as soon as the process has had a
@@ -41,36 +45,67 @@ class SharedBytes {
   [[nodiscard]] std::string_view View() const { return mView; }
   /// `length` bytes from `offset` (from 0) on, in the same buffer. The range must lie inside the
   /// bytes of this value.
-  [[nodiscard]] SharedBytes Slice(size_t offset, size_t length) const;
-  /// Adds `tail` to the end of this value, and changes no other value. When the bytes of this value
-  /// end the used part of the buffer and the buffer has room, `tail` is written behind the used
-  /// part, so a value that grows at the end costs the length of each `tail`, amortised. Else room
-  /// is made: in place when no other value shares the buffer, so that a growing value never has its
-  /// bytes twice in memory where the system's allocator can move pages; `tail` must not be a part
-  /// of such a value. A shared value moves to a new buffer.
-  void Append(std::string_view tail);
+  [[nodiscard]] SharedBytes Slice(size_t offset, size_t length) const {
+    if (length == 0) return {};
+    ++mBuffer->references;
+    return {mBuffer, {mView.data() + offset, length}};
+  }
+  /// Adds `tail`, which may be a part of this value, to the end of this value, and changes no other
+  /// value. When the bytes of this value end the used part of the buffer and the buffer has room,
+  /// `tail` is written behind the used part, so a value that grows at the end costs the length of
+  /// each `tail`, amortised. A `tail` that follows in the buffer already costs nothing. Else the
+  /// value moves to a new buffer.
+  void Append(std::string_view tail) {
+    if (tail.empty()) return;
+    if (mBuffer == nullptr || !TakesInPlace(tail)) return AppendToCopy(tail);
+    mView = {mView.data(), mView.size() + tail.size()};
+  }
   /// The same bytes, copied when the buffer keeps much more memory than twice their length.
-  [[nodiscard]] SharedBytes Compact() const;
+  [[nodiscard]] SharedBytes Compact() const {
+    return mBuffer == nullptr || mBuffer->used <= 2 * mView.size() + kSmallBuffer ? *this
+                                                                                 : Copy(mView);
+  }
   /// Whether both values begin at the same byte of the same buffer.
   [[nodiscard]] bool StartsWhere(const SharedBytes& other) const {
     return mBuffer == other.mBuffer && mView.data() == other.mView.data();
   }
 
  private:
-  /// The head of a buffer; the bytes follow.
+  /// The head of a buffer; the bytes follow. A buffer takes at most one and a half times the memory
+  /// of the used part.
   struct Buffer {
     size_t references = 1;
     size_t used = 0;
     size_t capacity = 0;
 
     char* Data() { return reinterpret_cast<char*>(this + 1); }
-    std::string_view Append(std::string_view bytes);
+    char* End() { return Data() + used; }
+    void Append(std::string_view bytes) {
+      std::memcpy(End(), bytes.data(), bytes.size());
+      used += bytes.size();
+    }
   };
+  // A join moves to a smaller buffer instead of using less than a quarter of the buffer, so that a
+  // stream cut at the front does not keep the delivered bytes in memory. Small buffers are exempt.
+  static constexpr size_t kSparse = 4;
+  static constexpr size_t kSmallBuffer = 4096;
+
   static Buffer* Make(size_t capacity);
-  static Buffer* Resized(Buffer* buffer, size_t capacity);
   static void Free(Buffer* buffer);
   SharedBytes(Buffer* adopted, std::string_view view) : mBuffer(adopted), mView(view) {}
-  [[nodiscard]] bool HasRoomFor(size_t tail) const;
+
+  [[nodiscard]] bool TakesInPlace(std::string_view tail) {
+    const char* const end = mView.data() + mView.size();
+    if (end != mBuffer->End()) {
+      return tail.data() == end && tail.data() + tail.size() <= mBuffer->End();
+    }
+    const size_t used = mBuffer->used + tail.size();
+    const bool sparse = used > kSmallBuffer && mView.size() + tail.size() < used / kSparse;
+    if (used > mBuffer->capacity || sparse) return false;
+    mBuffer->Append(tail);
+    return true;
+  }
+  void AppendToCopy(std::string_view tail);
 
   Buffer* mBuffer = nullptr;
   std::string_view mView;

@@ -33,13 +33,6 @@ std::string Folded(std::string_view bytes) {
 
 }  // namespace
 
-Text Text::FromBytes(std::string_view bytes, TextEncoding encoding) {
-  Text text;
-  text.mBytes = SharedBytes::Copy(bytes);
-  text.mEncoding = encoding;
-  return text;
-}
-
 size_t Text::CharacterCount() const {
   if (mCount != kUnknown) return mCount;
   const std::string_view bytes = Bytes();
@@ -69,51 +62,9 @@ Text Text::Characters(size_t index, size_t count) const {
   return ByteRange(start, OffsetOf(index + count) - start);
 }
 
-Text Text::ByteRange(size_t offset, size_t length) const {
-  const size_t size = Bytes().size();
-  Text part;
-  part.mEncoding = mEncoding;
-  if (offset < size) part.mBytes = mBytes.Slice(offset, std::min(length, size - offset));
-  return part;
-}
-
-Text Text::WithEncoding(TextEncoding encoding) const {
-  Text marked = *this;
-  marked.mEncoding = encoding;
-  return marked;
-}
-
 bool Text::Extends(const Text& prefix) const {
   if (Bytes().size() < prefix.Bytes().size()) return false;
   return mBytes.StartsWhere(prefix.mBytes) || Bytes().starts_with(prefix.Bytes());
-}
-
-Text Text::Mapped(const ByteTable& table) const {
-  Text mapped;
-  mapped.mBytes = SharedBytes::Mapped(Bytes(), table);
-  mapped.mEncoding = mEncoding;
-  return mapped;
-}
-
-Text Text::Compact() const {
-  Text compact = *this;
-  compact.mBytes = mBytes.Compact();
-  return compact;
-}
-
-Text& Text::operator+=(const Text& tail) {
-  const SharedBytes added = tail.mBytes;  // a text joined to itself is shared, and moves no bytes
-  if (!IsEmpty()) return Join(added.View(), tail.mEncoding);
-  mBytes = added;
-  return Join({}, tail.mEncoding);
-}
-
-Text& Text::Join(std::string_view tail, TextEncoding encoding) {
-  mBytes.Append(tail);
-  mEncoding = std::max(mEncoding, encoding);
-  mCount = kUnknown;
-  mLastIndex = mLastOffset = 0;
-  return *this;
 }
 
 bool operator==(const Text& left, const Text& right) {

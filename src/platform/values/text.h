@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "platform/values/shared_bytes.h"
 
@@ -31,7 +32,9 @@ class Text {
   Text(const char* utf8) : Text(FromBytes(utf8, TextEncoding::UTF8)) {}
 
   /// A text with a copy of `bytes`. Any bytes are allowed.
-  static Text FromBytes(std::string_view bytes, TextEncoding encoding = TextEncoding::None);
+  static Text FromBytes(std::string_view bytes, TextEncoding encoding = TextEncoding::None) {
+    return Text(SharedBytes::Copy(bytes), encoding);
+  }
 
   /// The bytes, valid until this text is changed and no copy of this text is left.
   [[nodiscard]] std::string_view Bytes() const { return mBytes.View(); }
@@ -43,29 +46,45 @@ class Text {
   /// `count` characters from `index` on, or fewer at the end of the text.
   [[nodiscard]] Text Characters(size_t index, size_t count) const;
   /// `length` bytes from `offset` on, or fewer at the end of the text.
-  [[nodiscard]] Text ByteRange(size_t offset, size_t length) const;
+  [[nodiscard]] Text ByteRange(size_t offset, size_t length) const {
+    const size_t size = Bytes().size();
+    if (offset >= size) return Text({}, mEncoding);
+    return Text(mBytes.Slice(offset, length < size - offset ? length : size - offset), mEncoding);
+  }
   /// The same bytes with another mark.
-  [[nodiscard]] Text WithEncoding(TextEncoding encoding) const;
+  [[nodiscard]] Text WithEncoding(TextEncoding encoding) const { return Text(mBytes, encoding); }
 
   /// Whether this text begins with all bytes of `prefix`. Takes constant time when this text was
   /// made by joining to the end of `prefix` in the same buffer.
   [[nodiscard]] bool Extends(const Text& prefix) const;
 
   /// The text with the byte that `table` gives in the stead of each byte.
-  [[nodiscard]] Text Mapped(const ByteTable& table) const;
+  [[nodiscard]] Text Mapped(const ByteTable& table) const {
+    return Text(SharedBytes::Mapped(Bytes(), table), mEncoding);
+  }
 
   /// The same text, without the memory of a much longer text of which this text was a part.
-  [[nodiscard]] Text Compact() const;
+  [[nodiscard]] Text Compact() const { return Text(mBytes.Compact(), mEncoding); }
 
-  /// Joins `tail` to the end of this text. Takes the memory of one text, not two, as far as no
-  /// other text shares the bytes.
-  Text& operator+=(const Text& tail);
+  /// Joins `tail` to the end of this text.
+  Text& operator+=(const Text& tail) {
+    if (!IsEmpty()) return Join(tail.Bytes(), tail.mEncoding);
+    mBytes = tail.mBytes;
+    return Join({}, tail.mEncoding);
+  }
   /// Joins a literal, without making a text of the literal first.
   Text& operator+=(const char* utf8) { return Join(utf8, TextEncoding::UTF8); }
 
  private:
+  Text(SharedBytes bytes, TextEncoding encoding) : mBytes(std::move(bytes)), mEncoding(encoding) {}
   [[nodiscard]] size_t OffsetOf(size_t index) const;
-  Text& Join(std::string_view tail, TextEncoding encoding);
+  Text& Join(std::string_view tail, TextEncoding encoding) {
+    mBytes.Append(tail);
+    if (encoding == TextEncoding::UTF8) mEncoding = encoding;
+    mCount = kUnknown;
+    mLastIndex = mLastOffset = 0;
+    return *this;
+  }
 
   static constexpr size_t kUnknown = static_cast<size_t>(-1);
 
