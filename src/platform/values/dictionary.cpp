@@ -8,8 +8,9 @@ namespace quorvel {
 
 Text Dictionary::Key(int32_t index) const {
   if (index < 0 || index >= Count()) throw OutOfBoundsException("No key at that index.");
-  mLast = static_cast<size_t>(index);
-  return mEntries[mLast].key;
+  const Text& key = mEntries[static_cast<size_t>(index)].key;
+  RecentCell(key) = static_cast<size_t>(index);
+  return key;
 }
 
 size_t Dictionary::Hash::operator()(std::string_view key) const {
@@ -20,27 +21,27 @@ size_t Dictionary::Hash::operator()(std::string_view key) const {
   return hash ^ (hash >> 29);
 }
 
-// Whether the key is a copy of the key of the last access; looks at no byte.
-bool Dictionary::IsLast(const Text& key) const {
-  if (mLast >= mEntries.size()) return false;
-  const std::string_view last = mEntries[mLast].key.Bytes();
-  return key.Bytes().data() == last.data() && key.Bytes().size() == last.size();
+size_t& Dictionary::RecentCell(const Text& key) const {
+  constexpr uintptr_t kLeastDistance = 16;  // of two buffers
+  return mRecent[reinterpret_cast<uintptr_t>(key.Bytes().data()) / kLeastDistance % mRecent.size()];
 }
 
 const Dictionary::Entry* Dictionary::Find(const Text& key) const {
-  if (IsLast(key)) return &mEntries[mLast];
+  if (mEntries.empty()) return nullptr;
+  size_t& recent_index = RecentCell(key);
+  const Entry& recent = mEntries[recent_index];
+  const std::string_view bytes = recent.key.Bytes();
+  if (key.Bytes().data() == bytes.data() && key.Bytes().size() == bytes.size()) return &recent;
   const auto found = mIndexOf.find(key.Bytes());
   if (found == mIndexOf.end()) return nullptr;
-  mLast = found->second;
-  return &mEntries[mLast];
+  recent_index = found->second;
+  return &mEntries[recent_index];
 }
 
-size_t Dictionary::FindOrAdd(const Text& key) {
-  if (Find(key) != nullptr) return mLast;
-  mEntries.push_back({key, {}});
-  mLast = mEntries.size() - 1;
-  mIndexOf.emplace(mEntries.back().key.Bytes(), mLast);
-  return mLast;
+Dictionary::Entry& Dictionary::FindOrAdd(const Text& key) {
+  if (const auto* const found = Find(key)) return const_cast<Entry&>(*found);
+  mIndexOf.emplace(key.Bytes(), mEntries.size());
+  return mEntries.emplace_back(Entry{Count(), key, {}});
 }
 
 bool Dictionary::HasKey(const Text& key) const { return Find(key) != nullptr; }
@@ -52,13 +53,13 @@ Text Dictionary::Value(const Text& key) const {
 }
 
 void Dictionary::Value(const Text& key, const Text& value) {
-  mEntries[FindOrAdd(key)].value = value;
+  FindOrAdd(key).value = value;
 }
 
 int32_t Dictionary::Append(const Text& key, const Text& tail) {
-  const size_t index = FindOrAdd(key);
-  mEntries[index].value += tail;
-  return static_cast<int32_t>(index);
+  Entry& entry = FindOrAdd(key);
+  entry.value += tail;
+  return entry.index;
 }
 
 Text Dictionary::Lookup(const Text& key, const Text& fallback) const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <deque>
@@ -30,6 +31,7 @@ class Dictionary {
 
  private:
   struct Entry {
+    int32_t index;
     Text key;
     Text value;
   };
@@ -37,13 +39,14 @@ class Dictionary {
   struct Hash {
     size_t operator()(std::string_view key) const;
   };
-  [[nodiscard]] bool IsLast(const Text& key) const;
+  [[nodiscard]] size_t& RecentCell(const Text& key) const;
   [[nodiscard]] const Entry* Find(const Text& key) const;
-  size_t FindOrAdd(const Text& key);
+  Entry& FindOrAdd(const Text& key);
 
   std::deque<Entry> mEntries;
-  // The entry of the last access. One key is often asked for several times in a row.
-  mutable size_t mLast = 0;
+  // Entries of the last accesses, each in the cell of the address of the key's bytes: copies of one
+  // key are often asked for, and are found without a look at their bytes.
+  mutable std::array<size_t, 64> mRecent{};
   // Views of the bytes of the entries' keys, which copies of the dictionary share.
   std::unordered_map<std::string_view, size_t, Hash> mIndexOf;
 };

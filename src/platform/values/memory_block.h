@@ -1,9 +1,11 @@
 #pragma once
 
+#include <bit>
 #include <cstdint>
+#include <cstring>
+#include <limits>
 #include <string>
 #include <string_view>
-#include <variant>
 
 #include "platform/values/text.h"
 
@@ -17,14 +19,20 @@ namespace quorvel {
 class MemoryBlock {
  public:
   /// Raises `OutOfBoundsException` when `size`, in bytes, is negative.
-  explicit MemoryBlock(int32_t size);
+  explicit MemoryBlock(int32_t size) : mSize(size) { Require(size >= 0); }
 
   [[nodiscard]] int32_t Size() const { return mSize; }
 
   void LittleEndian(bool little_endian) { mLittleEndian = little_endian; }
 
   /// The signed 32-bit integer at `offset`; 2147483647 when four bytes do not fit there.
-  [[nodiscard]] int32_t Long(int32_t offset) const;
+  [[nodiscard]] int32_t Long(int32_t offset) const {
+    if (!Fits(offset, kLongSize)) return std::numeric_limits<int32_t>::max();
+    if (Bytes().empty()) return 0;
+    uint32_t value = 0;
+    std::memcpy(&value, Bytes().data() + offset, sizeof value);
+    return static_cast<int32_t>(InOrder(value));
+  }
   /// Writes `value` as four bytes. Raises `OutOfBoundsException` when four bytes do not fit there.
   void Long(int32_t offset, int32_t value);
 
@@ -33,18 +41,41 @@ class MemoryBlock {
   [[nodiscard]] Text StringValue(int32_t offset, int32_t length) const;
   /// Writes the first `length` bytes of `text`; a shorter text is padded with bytes of 0. Raises
   /// `OutOfBoundsException` when `length` bytes do not fit there.
-  void StringValue(int32_t offset, int32_t length, const Text& text);
+  void StringValue(int32_t offset, int32_t length, const Text& text) {
+    Require(Fits(offset, length));
+    const bool whole = length == mSize && text.Bytes().size() >= static_cast<size_t>(length);
+    if (!whole) return Write(offset, text.ByteRange(0, static_cast<size_t>(length)), length);
+    mShared = text.ByteRange(0, static_cast<size_t>(length)).WithEncoding(TextEncoding::None);
+    mOwn.clear();
+  }
 
  private:
-  [[nodiscard]] bool Fits(int32_t offset, int32_t length) const;
-  [[nodiscard]] int32_t ShiftOf(int32_t byte_index) const;
-  [[nodiscard]] std::string_view Bytes() const;
+  static constexpr int32_t kLongSize = 4;
+
+  static void Require(bool fits) {
+    if (!fits) RaiseOutOfBounds();
+  }
+  [[noreturn]] static void RaiseOutOfBounds();
+  [[nodiscard]] bool Fits(int32_t offset, int32_t length) const {
+    return offset >= 0 && length >= 0 && offset <= mSize && length <= mSize - offset;
+  }
+  // The value with its bytes in the block's order, from the machine's order, or the other way
+  // round.
+  [[nodiscard]] uint32_t InOrder(uint32_t value) const {
+    if (mLittleEndian == (std::endian::native == std::endian::little)) return value;
+    return value >> 24 | (value >> 8 & 0xFF00U) | (value << 8 & 0xFF0000U) | value << 24;
+  }
+  [[nodiscard]] std::string_view Bytes() const {
+    return mOwn.empty() ? mShared.Bytes() : std::string_view(mOwn);
+  }
   std::string& OwnBytes();
+  void Write(int32_t offset, const Text& text, int32_t length);
 
   int32_t mSize;
   bool mLittleEndian = true;
-  // Empty until the first write: all bytes are 0.
-  std::variant<std::monostate, Text, std::string> mBytes;
+  // The bytes are those of `mOwn`, else those of `mShared`; all bytes are 0 when both are empty.
+  Text mShared;
+  std::string mOwn;
 };
 
 }  // namespace quorvel

@@ -45,7 +45,8 @@ class Ref {
   }
   explicit operator bool() const { return mObject != nullptr; }
   bool operator==(const Ref& other) const = default;
-  [[nodiscard]] const std::shared_ptr<T>& Shared() const { return mObject; }
+  [[nodiscard]] const std::shared_ptr<T>& Shared() const& { return mObject; }
+  [[nodiscard]] std::shared_ptr<T> Shared() && { return std::move(mObject); }
 
  private:
   std::shared_ptr<T> mObject;
@@ -59,14 +60,16 @@ template <class T, class... Arguments>
 /// The same object as a `T`; Nil stays Nil. Raises `IllegalCastException` when the object is no
 /// `T`.
 template <class T, class U>
-[[nodiscard]] Ref<T> Cast(const Ref<U>& object) {
-  const auto& shared = object.Shared();
+[[nodiscard]] Ref<T> Cast(Ref<U> object) {
+  auto shared = std::move(object).Shared();
   // An object of exactly this class takes no search through its bases.
   if constexpr (std::derived_from<T, U>) {
-    if (shared && typeid(*shared) == typeid(T)) return Ref<T>(std::static_pointer_cast<T>(shared));
+    if (shared && typeid(*shared) == typeid(T)) {
+      return Ref<T>(std::static_pointer_cast<T>(std::move(shared)));
+    }
   }
   auto cast = std::dynamic_pointer_cast<T>(shared);
-  if (object && !cast) detail::RaiseIllegalCast();
+  if (shared && !cast) detail::RaiseIllegalCast();
   return Ref<T>(std::move(cast));
 }
 

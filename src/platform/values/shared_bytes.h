@@ -11,6 +11,15 @@ namespace quorvel {
 /// A byte for each of the 256 bytes.
 using ByteTable = std::array<char, 256>;
 
+/// How far a walk through the characters of a run of bytes has come.
+struct Walk {
+  std::string_view bytes;
+  size_t index = 0;   ///< of the character at `offset`
+  size_t offset = 0;  ///< in bytes
+  /// The number of all characters; more than bytes when nobody has counted.
+  size_t count = static_cast<size_t>(-1);
+};
+
 /// A run of bytes in a counted buffer: the storage beneath `Text`. The bytes of a value never
 /// change, and move only when `Append` is called on the value or the value goes.
 ///
@@ -43,6 +52,14 @@ class SharedBytes {
   static SharedBytes Mapped(std::string_view bytes, const ByteTable& table);
 
   [[nodiscard]] std::string_view View() const { return mView; }
+  /// The last walk through the bytes of this value, or a new walk. The buffer keeps the last walk
+  /// of all values that share the buffer. The value must not be empty.
+  [[nodiscard]] Walk& LastWalk() const {
+    Walk& last = mBuffer->last_walk;
+    const bool same = last.bytes.data() == mView.data() && last.bytes.size() == mView.size();
+    if (!same) last = {.bytes = mView};
+    return last;
+  }
   /// `length` bytes from `offset` (from 0) on, in the same buffer. The range must lie inside the
   /// bytes of this value.
   [[nodiscard]] SharedBytes Slice(size_t offset, size_t length) const {
@@ -77,6 +94,7 @@ class SharedBytes {
     size_t references = 1;
     size_t used = 0;
     size_t capacity = 0;
+    Walk last_walk;
 
     char* Data() { return reinterpret_cast<char*>(this + 1); }
     char* End() { return Data() + used; }

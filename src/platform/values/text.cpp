@@ -34,25 +34,27 @@ std::string Folded(std::string_view bytes) {
 }  // namespace
 
 size_t Text::CharacterCount() const {
-  if (mCount != kUnknown) return mCount;
-  const std::string_view bytes = Bytes();
-  size_t count = AsciiRun(bytes);
-  for (size_t offset = count; offset < bytes.size(); ++count) {
-    offset += DecodeUtf8(bytes.substr(offset)).length;
+  if (IsEmpty()) return 0;
+  Walk& walk = mBytes.LastWalk();
+  if (walk.count <= walk.bytes.size()) return walk.count;
+  size_t count = AsciiRun(walk.bytes);
+  for (size_t offset = count; offset < walk.bytes.size(); ++count) {
+    offset += DecodeUtf8(walk.bytes.substr(offset)).length;
   }
-  return mCount = count;
+  return walk.count = count;
 }
 
 // Walks on from the character of the last access, so that a loop over all characters is linear.
 size_t Text::OffsetOf(size_t index) const {
-  const std::string_view bytes = Bytes();
-  if (mCount == bytes.size()) return std::min(index, bytes.size());
-  if (index < mLastIndex) mLastIndex = mLastOffset = 0;
-  while (mLastIndex < index && mLastOffset < bytes.size()) {
-    mLastOffset += DecodeUtf8(bytes.substr(mLastOffset)).length;
-    ++mLastIndex;
+  if (IsEmpty()) return 0;
+  Walk& walk = mBytes.LastWalk();
+  if (walk.count == walk.bytes.size()) return std::min(index, walk.bytes.size());
+  if (index < walk.index) walk.index = walk.offset = 0;
+  while (walk.index < index && walk.offset < walk.bytes.size()) {
+    walk.offset += DecodeUtf8(walk.bytes.substr(walk.offset)).length;
+    ++walk.index;
   }
-  return mLastOffset;
+  return walk.offset;
 }
 
 Text Text::Characters(size_t index, size_t count) const {

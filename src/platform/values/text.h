@@ -41,7 +41,7 @@ class Text {
   [[nodiscard]] TextEncoding Encoding() const { return mEncoding; }
   [[nodiscard]] bool IsEmpty() const { return mBytes.View().empty(); }
 
-  /// The number of characters; counted once, then kept.
+  /// The number of characters.
   [[nodiscard]] size_t CharacterCount() const;
   /// `count` characters from `index` on, or fewer at the end of the text.
   [[nodiscard]] Text Characters(size_t index, size_t count) const;
@@ -81,20 +81,11 @@ class Text {
   Text& Join(std::string_view tail, TextEncoding encoding) {
     mBytes.Append(tail);
     if (encoding == TextEncoding::UTF8) mEncoding = encoding;
-    mCount = kUnknown;
-    mLastIndex = mLastOffset = 0;
     return *this;
   }
 
-  static constexpr size_t kUnknown = static_cast<size_t>(-1);
-
   SharedBytes mBytes;
   TextEncoding mEncoding = TextEncoding::None;
-  // Remembered by character access: the number of characters, and the index and the byte offset of
-  // the last access.
-  mutable size_t mCount = kUnknown;
-  mutable size_t mLastIndex = 0;
-  mutable size_t mLastOffset = 0;
 };
 
 /// The texts joined; marked UTF-8 when either text is.

@@ -4,7 +4,6 @@
 #include <array>
 #include <exception>
 #include <functional>
-#include <map>
 
 #include "native/native.h"
 #include "platform/runtime/runtime.h"
@@ -47,9 +46,16 @@ std::vector<Ref<Window>>& OpenWindows() {
   return windows;
 }
 
-std::map<std::string, Ref<Window>, std::less<>>& _mImplicitWindowList() {
-  static std::map<std::string, Ref<Window>, std::less<>> windows;
+// The first open window of each class, with the class's name. The list is short.
+using ImplicitWindows = std::vector<std::pair<std::string, Ref<Window>>>;
+
+ImplicitWindows& _mImplicitWindowList() {
+  static ImplicitWindows windows;
   return windows;
+}
+
+auto Implicit(std::string_view class_name) {
+  return std::ranges::find(_mImplicitWindowList(), class_name, &ImplicitWindows::value_type::first);
 }
 
 auto Listed(const Window& window) {
@@ -236,7 +242,9 @@ Ref<Window> Front() { return OpenWindows().empty() ? Nil : OpenWindows().front()
 
 void Add(const Ref<Window>& window) {
   OpenWindows().insert(OpenWindows().begin(), window);
-  _mImplicitWindowList().emplace(window->_ClassName().Bytes(), window);
+  const Text class_name = window->_ClassName();
+  if (Implicit(class_name.Bytes()) != _mImplicitWindowList().end()) return;
+  _mImplicitWindowList().emplace_back(class_name.Bytes(), window);
 }
 
 void BringToFront(const Window& window) {
@@ -247,7 +255,7 @@ void BringToFront(const Window& window) {
 void Remove(const Window& window) {
   const auto listed = Listed(window);
   if (listed != OpenWindows().end()) OpenWindows().erase(listed);
-  const auto implicit = _mImplicitWindowList().find(std::string(window._ClassName().Bytes()));
+  const auto implicit = Implicit(window._ClassName().Bytes());
   if (implicit != _mImplicitWindowList().end() && &*implicit->second == &window) {
     _mImplicitWindowList().erase(implicit);
   }
@@ -261,7 +269,7 @@ void ReleaseAll() {
 }  // namespace _WindowSupport
 
 Ref<Window> _GetImplicitWindow(std::string_view class_name) {
-  const auto found = _mImplicitWindowList().find(class_name);
+  const auto found = Implicit(class_name);
   return found == _mImplicitWindowList().end() ? Nil : found->second;
 }
 

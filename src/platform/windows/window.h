@@ -141,7 +141,7 @@ void ReleaseAll();
 /// The one window of class `W`, made and opened if there is none.
 template <class W>
 Ref<W> ImplicitWindow() {
-  if (const auto open = _GetImplicitWindow(W::kClassName)) return Cast<W>(open);
+  if (auto open = _GetImplicitWindow(W::kClassName)) return Cast<W>(std::move(open));
   Ref<W> made = New<W>();
   made->Constructor();
   return made;
