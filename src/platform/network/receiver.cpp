@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <system_error>
+#include <type_traits>
 #include <utility>
 
 namespace quorvel {
@@ -10,11 +11,12 @@ namespace quorvel {
 namespace {
 
 constexpr int kBatchesPerTakeIn = 64;
-constexpr std::chrono::milliseconds kRestAfterFailure{10};
-constexpr std::chrono::microseconds kLongestRest{1000};
-// A small datagram takes up some 850 bytes of the system's receive buffer. At 100,000 datagrams a
-// second, a rest of one microsecond for each 340 bytes of the buffer lets a quarter fill.
-constexpr size_t kBufferBytesPerMicrosecond = 340;
+constexpr int kNoLimit = -1;
+constexpr int kRestAfterFailureMs = 10;
+constexpr int kLongestRestMs = 2;
+// What a small datagram takes up of the system's receive buffer, beside its bytes. In the longest
+// rest, 100,000 datagrams a second fill less than half of a buffer of the usual size.
+constexpr size_t kOverhead = 850;
 
 bool IsNoFailure(int error) {
   return error == EAGAIN || error == EWOULDBLOCK || error == EINTR || error == ECONNREFUSED;
@@ -38,27 +40,35 @@ Receiver::~Receiver() {
   mThread.join();
 }
 
+// A look at the socket costs less than a wait that ends at once, so a wait follows an empty look.
 void Receiver::Run() {
-  while (mCalls.WaitToReceive(mSocket, mStop.Descriptor(), -1)) {
-    const Share share = TakeBatch();
-    if (share.failed) {
-      mCalls.WaitToReceive(-1, mStop.Descriptor(), static_cast<int>(kRestAfterFailure.count()));
-    } else {
-      std::this_thread::sleep_for(Rest(share));
-    }
+  while (true) {
+    const Share share = TakeFullBatches();
+    const bool found = share.datagrams > 0 || share.failed;
+    const int most_ms = share.failed ? kRestAfterFailureMs : found ? RestMs(share) : kNoLimit;
+    if (!mCalls.WaitToReceive(found ? -1 : mSocket, mStop.Descriptor(), most_ms)) return;
   }
 }
 
-// Few datagrams in a batch say that few come: waiting for more saves wake-ups. The fuller the
-// batch, the shorter the rest.
-std::chrono::microseconds Receiver::Rest(const Share& share) const {
-  const auto longest =
-      std::min(kLongestRest, std::chrono::microseconds(mBufferBytes / kBufferBytesPerMicrosecond));
+// Wake-ups cost more than datagrams, so the thread lets datagrams gather. The more have come since
+// the last rest, the shorter the rest: none after a quarter of the system's buffer.
+int Receiver::RestMs(const Share& share) const {
+  const size_t filled = share.datagrams * kOverhead + share.bytes;
   const size_t quarter = std::max<size_t>(mBufferBytes / 4, 1);
-  const double full = std::max(static_cast<double>(share.datagrams) / ReceiveBatch::kMostDatagrams,
-                               static_cast<double>(share.bytes) / static_cast<double>(quarter));
-  return std::chrono::microseconds(
-      static_cast<int64_t>(static_cast<double>(longest.count()) * std::max(0.0, 1 - full)));
+  if (filled >= quarter) return 0;
+  return filled >= quarter / 2 ? kLongestRestMs / 2 : kLongestRestMs;
+}
+
+Receiver::Share Receiver::TakeFullBatches() {
+  Share all;
+  for (int i = 0; i < kBatchesPerTakeIn; ++i) {
+    const Share share = TakeBatch();
+    all.datagrams += share.datagrams;
+    all.bytes += share.bytes;
+    all.failed = share.failed;
+    if (share.datagrams < ReceiveBatch::kMostDatagrams) break;
+  }
+  return all;
 }
 
 void Receiver::TakeIn() {
@@ -91,31 +101,34 @@ void Receiver::KeepDatagram(ReceivedBytes datagram, SteadyTime at) {
     ++mDroppedHere;
     return;
   }
-  Keep(ReceivedDatagram{datagram, at, bytes.size()}, bytes);
-}
-
-bool Receiver::EndsInFailure() const {
-  return !mQueue.empty() && std::holds_alternative<ReceiveFailure>(mQueue.back().received.back());
+  Keep(ReceivedDatagram{datagram, at, bytes.size()}).bytes += bytes;
+  mWaitingBytes += bytes.size();
 }
 
 // A failure that goes on waits only once.
 void Receiver::KeepFailure(int error) {
-  if (EndsInFailure() && std::get<ReceiveFailure>(mQueue.back().received.back()).error == error) {
-    return;
+  if (const auto* const last = LastFailure(); last == nullptr || last->error != error) {
+    Keep(ReceiveFailure{error});
   }
-  Keep(ReceiveFailure{error});
 }
 
-void Receiver::Keep(const Received& received, std::string_view bytes) {
+// The failure at the end of the queue, or null.
+const ReceiveFailure* Receiver::LastFailure() const {
+  return mQueue.empty() ? nullptr : std::get_if<ReceiveFailure>(&mQueue.back().received.back());
+}
+
+template <class Kind>
+ReceivedBatch& Receiver::Keep(const Kind& received) {
   if (mQueue.empty()) mWaits.Set();
-  const bool alone = std::holds_alternative<ReceiveFailure>(received) || EndsInFailure();
+  const bool alone = std::is_same_v<Kind, ReceiveFailure> || LastFailure() != nullptr;
   if (mQueue.empty() || alone || mQueue.back().received.size() == kBatch) {
     mQueue.emplace_back().received.reserve(ReceiveBatch::kMostDatagrams);
   }
-  mQueue.back().received.push_back(received);
-  mQueue.back().bytes += bytes;
-  mWaitingBytes += sizeof(Received) + bytes.size();
+  ReceivedBatch& batch = mQueue.back();
+  batch.received.emplace_back(received);
+  mWaitingBytes += sizeof(Received);
   ++mWaiting;
+  return batch;
 }
 
 void Receiver::NoteLostLink(InterfaceIndex interface) {

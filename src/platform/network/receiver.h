@@ -1,11 +1,9 @@
 #pragma once
 
-#include <chrono>
 #include <cstdint>
 #include <deque>
 #include <mutex>
 #include <string>
-#include <string_view>
 #include <thread>
 #include <variant>
 #include <vector>
@@ -53,7 +51,7 @@ class Receiver {
 
   /// `calls` and the open `socket` outlive the receiver.
   Receiver(SocketCalls& calls, int socket);
-  /// Ends the thread within about a millisecond, and drops what waits.
+  /// Ends the thread at once, and drops what waits.
   ~Receiver();
   Receiver(const Receiver&) = delete;
   Receiver& operator=(const Receiver&) = delete;
@@ -83,11 +81,13 @@ class Receiver {
 
   void Run();
   Share TakeBatch();
-  void Keep(const Received& received, std::string_view bytes = {});
+  Share TakeFullBatches();
+  template <class Kind>
+  ReceivedBatch& Keep(const Kind& received);
   void KeepDatagram(ReceivedBytes datagram, SteadyTime at);
   void KeepFailure(int error);
-  [[nodiscard]] bool EndsInFailure() const;
-  [[nodiscard]] std::chrono::microseconds Rest(const Share& share) const;
+  [[nodiscard]] const ReceiveFailure* LastFailure() const;
+  [[nodiscard]] int RestMs(const Share& share) const;
 
   SocketCalls& mCalls;
   int mSocket;

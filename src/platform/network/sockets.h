@@ -57,12 +57,12 @@ class SocketCore : public Object {
 class Datagram : public Object {
  public:
   Datagram() = default;
-  Datagram(const Text& address, const Text& data) { _Assign(address, data); }
+  Datagram(const Text& address, Text data) { _Assign(address, std::move(data)); }
   /// The sender's IPv4 address in dotted decimal, without the port.
   [[nodiscard]] const Text& Address() const { return mAddress; }
   /// The received bytes, as a text without an encoding mark.
   [[nodiscard]] const Text& Data() const { return mData; }
-  void _Assign(const Text& address, Text data) {
+  void _Assign(const Text& address, Text&& data) {
     mAddress = address;
     mData = std::move(data);
   }

@@ -46,7 +46,7 @@ class Dictionary {
   std::deque<Entry> mEntries;
   // Entries of the last accesses, each in the cell of the address of the key's bytes: copies of one
   // key are often asked for, and are found without a look at their bytes.
-  mutable std::array<size_t, 64> mRecent{};
+  mutable std::array<size_t, 256> mRecent{};
   // Views of the bytes of the entries' keys, which copies of the dictionary share.
   std::unordered_map<std::string_view, size_t, Hash> mIndexOf;
 };
