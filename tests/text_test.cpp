@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <limits>
 #include <random>
@@ -10,6 +11,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/values/memory_block.h"
 #include "platform/values/numbers.h"
 
 namespace quorvel {
@@ -25,45 +27,65 @@ std::vector<std::string> Bytes(const std::vector<Text>& texts) {
   return all;
 }
 
-// Random joins and cuts of texts equal those of plain strings, and change no other text.
+// A text beside the plain string that the text is to equal.
+struct Pair {
+  Text text;
+  std::string plain;
+};
+
+// Random joins, cuts, conversions and blocks of texts equal those of plain strings, and change no
+// other text. Some texts are larger than a mebibyte, and so lie in reserved memory.
 // QUORVEL_SEED repeats a run.
 TEST(Text, JoinsAndCutsLikePlainStrings) {
+  constexpr size_t kMost = size_t{3} << 20;
   const char* const given = std::getenv("QUORVEL_SEED");
   const unsigned long seed = given ? std::strtoul(given, nullptr, 10) : std::random_device{}();
   SCOPED_TRACE("QUORVEL_SEED=" + std::to_string(seed));
   std::mt19937 random(seed);
   const auto below = [&](size_t limit) { return random() % limit; };
-  std::vector<Text> texts(8);
-  std::vector<std::string> strings(8);
-  for (int step = 0; step < 20000; ++step) {
-    const size_t to = below(8), a = below(8), b = below(8);
-    if (below(3) > 0 && strings[a].size() + strings[b].size() < 20000) {
-      texts[to] = texts[a] + texts[b];
-      strings[to] = strings[a] + strings[b];
-    } else if (below(3) == 0 && strings[a].size() + strings[b].size() < 20000) {
-      texts[a] += texts[b];
-      strings[a] += std::string(strings[b]);
-      ASSERT_EQ(Bytes(texts[a]), strings[a]);
-    } else if (below(4) == 0) {
-      strings[to] = std::string(below(300), static_cast<char>(below(256)));
-      texts[to] = Text::FromBytes(strings[to]);
+  const auto flipped = [](char byte) { return static_cast<char>(~byte); };
+  ByteTable flip{};
+  for (size_t i = 0; i < flip.size(); ++i) flip[i] = flipped(static_cast<char>(i));
+  std::vector<Pair> all(8);
+  for (int step = 0; step < 10000; ++step) {
+    Pair &to = all[below(8)], &a = all[below(8)], &b = all[below(8)];
+    const size_t size = a.plain.size(), cut = below(size + 1), count = below(size + 1);
+    const bool fits = size + b.plain.size() < (below(10) == 0 ? kMost : 20000);
+    const size_t kind = below(12);
+    if (kind < 4 && fits) {
+      to = {a.text + b.text, a.plain + b.plain};
+    } else if (kind < 6 && fits) {
+      a.text += b.text;
+      a.plain += std::string(b.plain);
+    } else if (kind == 6) {
+      to.plain.assign(step % 40 == 0 ? kMost / 3 : below(300), static_cast<char>(below(256)));
+      to.text = Text::FromBytes(to.plain);
+    } else if (kind < 9) {
+      to = {MidB(a.text, static_cast<int64_t>(cut) + 1).Compact(), a.plain.substr(cut)};
+    } else if (kind == 9) {
+      to = {a.text.ByteRange(cut, count), a.plain.substr(cut, count)};
+    } else if (kind == 10 && cut + 4 <= size) {
+      MemoryBlock block(LenB(a.text));
+      block.StringValue(0, block.Size(), a.text);
+      block.Long(static_cast<int32_t>(cut), 0);
+      to = {block.StringValue(0, block.Size()), std::string(a.plain).replace(cut, 4, 4, '\0')};
     } else {
-      const size_t cut = below(strings[a].size() + 2);
-      texts[to] = MidB(texts[a], static_cast<int32_t>(cut) + 1);
-      strings[to] = cut <= strings[a].size() ? strings[a].substr(cut) : "";
+      to = {a.text.Mapped(flip), a.plain};
+      std::ranges::transform(to.plain, to.plain.begin(), flipped);
     }
-    ASSERT_EQ(Bytes(texts[to]), strings[to]);
-    ASSERT_EQ(Bytes(texts[b]), strings[b]);
+    for (const Pair* const pair : {&to, &a, &b}) ASSERT_EQ(pair->text.Bytes(), pair->plain) << step;
   }
 }
 
-TEST(Text, JoiningAtTheEndMovesTheBytesRarely) {
+TEST(Text, JoiningAtTheEndMovesTheBytesRarelyAndThoseOfALargeTextNever) {
   Text log = "first";
   int moves = 0;
-  for (int i = 0; i < 20000; ++i) {
-    const char* const before = log.Bytes().data();
-    log = log + "one more line\n";
-    if (log.Bytes().data() != before) ++moves;
+  for (int i = 0; i < 400000; ++i) {
+    const Text shared = log;
+    log = shared + "one more line\n";
+    const bool moved = log.Bytes().data() != shared.Bytes().data();
+    moves += moved;
+    ASSERT_FALSE(moved && log.Bytes().size() > size_t{2} << 20);
   }
   EXPECT_LT(moves, 40);
   // A join to the short rest of a long text moves to a new buffer, and frees the long buffer.

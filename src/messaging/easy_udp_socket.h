@@ -75,7 +75,7 @@ class EasyUDPSocket : public UDPSocket {
   bool Sweep();
   bool TakeMessage(int32_t index);
   void NoteIdleLook(int32_t index);
-  bool CheckForSingleMessage(const Text& from, const Text& buffer, int32_t& consumed);
+  bool CheckForSingleMessage(const Text& from, const MemoryBlock& block, int32_t& consumed);
   [[nodiscard]] static bool IsClassDAddress(const Text& group);
   bool WaitingForThisMessage(int32_t command, const Text& data, const Text& from);
 

@@ -85,9 +85,10 @@ bool EasyUDPSocket::Sweep() {
 bool EasyUDPSocket::TakeMessage(int32_t index) {
   const Text from = mBuffers.Key(index);
   const Text buffer = mBuffers.Value(from);
-  if (BlockOf(buffer).Long(kLengthOffset) == 0) NoteIdleLook(index);
+  const MemoryBlock block = BlockOf(buffer);
+  if (block.Long(kLengthOffset) == 0) NoteIdleLook(index);
   int32_t consumed = 0;
-  if (!CheckForSingleMessage(from, buffer, consumed)) {
+  if (!CheckForSingleMessage(from, block, consumed)) {
     mListed.erase(index);
     mBuffers.Value(from, buffer.Compact());
     return false;
@@ -106,10 +107,10 @@ void EasyUDPSocket::NoteIdleLook(int32_t index) {
   mIsStuck = true;
 }
 
-bool EasyUDPSocket::CheckForSingleMessage(const Text& from, const Text& buffer, int32_t& consumed) {
-  if (LenB(buffer) == 0) return false;
+bool EasyUDPSocket::CheckForSingleMessage(const Text& from, const MemoryBlock& block,
+                                          int32_t& consumed) {
+  if (block.Size() == 0) return false;
   consumed = 0;
-  const MemoryBlock block = BlockOf(buffer);
   const int32_t packet_length = block.Long(kLengthOffset);
   if (block.Size() < packet_length) return false;
   const int32_t command = block.Long(kCommandOffset);

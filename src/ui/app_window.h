@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string_view>
+
 #include "platform/values/object.h"
 #include "platform/windows/window.h"
 
@@ -37,7 +39,7 @@ class AppWindow : public Window {
 /// The window's control with the name `name`, or Nil. Raises `IllegalCastException` when the
 /// control is no `Kind`.
 template <class Kind>
-[[nodiscard]] Ref<Kind> ControlOf(const Window& window, const char* name) {
+[[nodiscard]] Ref<Kind> ControlOf(const Window& window, std::string_view name) {
   return Cast<Kind>(RuntimeWindowControlByName(window, name));
 }
 

@@ -13,9 +13,10 @@ namespace {
 constexpr int kBatchesPerTakeIn = 64;
 constexpr int kNoLimit = -1;
 constexpr int kRestAfterFailureMs = 10;
-constexpr int kLongestRestMs = 2;
-// What a small datagram takes up of the system's receive buffer, beside its bytes. In the longest
-// rest, 100,000 datagrams a second fill less than half of a buffer of the usual size.
+// In the longest rest, 100,000 datagrams a second fill less than half of a usual receive buffer.
+constexpr std::chrono::microseconds kShortestRest{125};
+constexpr std::chrono::microseconds kLongestRest{2000};
+// What a small datagram takes up of the system's receive buffer, beside its bytes.
 constexpr size_t kOverhead = 850;
 
 bool IsNoFailure(int error) {
@@ -42,21 +43,26 @@ Receiver::~Receiver() {
 
 // A look at the socket costs less than a wait that ends at once, so a wait follows an empty look.
 void Receiver::Run() {
+  auto rest = kShortestRest;
   while (true) {
     const Share share = TakeFullBatches();
-    const bool found = share.datagrams > 0 || share.failed;
-    const int most_ms = share.failed ? kRestAfterFailureMs : found ? RestMs(share) : kNoLimit;
-    if (!mCalls.WaitToReceive(found ? -1 : mSocket, mStop.Descriptor(), most_ms)) return;
+    if (share.datagrams > 0) {
+      rest = NextRest(rest, share);
+      std::this_thread::sleep_for(rest);
+    }
+    const bool empty = share.datagrams == 0 && !share.failed;
+    const int most_ms = share.failed ? kRestAfterFailureMs : empty ? kNoLimit : 0;
+    if (!mCalls.WaitToReceive(empty ? mSocket : -1, mStop.Descriptor(), most_ms)) return;
   }
 }
 
-// Wake-ups cost more than datagrams, so the thread lets datagrams gather. The more have come since
-// the last rest, the shorter the rest: none after a quarter of the system's buffer.
-int Receiver::RestMs(const Share& share) const {
+// Wake-ups cost more than datagrams, so the thread lets datagrams gather. Rests grow while few
+// datagrams come in a rest, and shrink when an eighth of the system's buffer fills.
+std::chrono::microseconds Receiver::NextRest(std::chrono::microseconds rest,
+                                             const Share& share) const {
   const size_t filled = share.datagrams * kOverhead + share.bytes;
-  const size_t quarter = std::max<size_t>(mBufferBytes / 4, 1);
-  if (filled >= quarter) return 0;
-  return filled >= quarter / 2 ? kLongestRestMs / 2 : kLongestRestMs;
+  if (filled > mBufferBytes / 8) return std::max(rest / 2, kShortestRest);
+  return filled < mBufferBytes / 16 ? std::min(rest * 2, kLongestRest) : rest;
 }
 
 Receiver::Share Receiver::TakeFullBatches() {

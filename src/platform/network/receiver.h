@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <deque>
 #include <mutex>
@@ -51,7 +52,7 @@ class Receiver {
 
   /// `calls` and the open `socket` outlive the receiver.
   Receiver(SocketCalls& calls, int socket);
-  /// Ends the thread at once, and drops what waits.
+  /// Ends the thread within about two milliseconds, and drops what waits.
   ~Receiver();
   Receiver(const Receiver&) = delete;
   Receiver& operator=(const Receiver&) = delete;
@@ -87,7 +88,8 @@ class Receiver {
   void KeepDatagram(ReceivedBytes datagram, SteadyTime at);
   void KeepFailure(int error);
   [[nodiscard]] const ReceiveFailure* LastFailure() const;
-  [[nodiscard]] int RestMs(const Share& share) const;
+  [[nodiscard]] std::chrono::microseconds NextRest(std::chrono::microseconds rest,
+                                                   const Share& share) const;
 
   SocketCalls& mCalls;
   int mSocket;

@@ -203,8 +203,8 @@ Ref<Datagram> UDPSocket::Read(std::nullptr_t) {
   if (mReceived.empty()) return Nil;
   // A datagram that the caller holds no more takes the next contents.
   if (mRead.Shared().use_count() != 1) mRead = New<Datagram>();
-  Arrival& oldest = mReceived[mNextRead];
-  mRead->_Assign(mAddresses.Of(oldest.head.from), std::move(oldest.data));
+  Unread& oldest = mReceived[mNextRead];
+  mRead->_Assign(mAddresses.Of(oldest.from), std::move(oldest.data));
   if (++mNextRead == mReceived.size()) {
     mReceived.clear();
     mNextRead = 0;
@@ -268,7 +268,7 @@ SenderPins::Deliver UDPSocket::Accepting() {
 
 void UDPSocket::Accept(Arrival&& arrival) {
   Heard(arrival.head);
-  mReceived.push_back(std::move(arrival));
+  mReceived.push_back({arrival.head.from, std::move(arrival.data)});
 }
 
 void UDPSocket::Poll() {

@@ -188,8 +188,12 @@ class UDPSocket : public SocketCore {
   DropCounts mDrops;
   /// The number of a receive failure since the last `Poll`, 0 without a failure.
   int32_t mReceiveError = 0;
+  struct Unread {
+    Ipv4Address from;
+    Text data;
+  };
   /// What is to be read, from `mNextRead` on; empty when all is read.
-  std::vector<Arrival> mReceived;
+  std::vector<Unread> mReceived;
   size_t mNextRead = 0;
   Ref<Datagram> mRead;
   AddressTexts mAddresses;

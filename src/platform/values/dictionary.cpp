@@ -52,9 +52,7 @@ Text Dictionary::Value(const Text& key) const {
   return entry->value;
 }
 
-void Dictionary::Value(const Text& key, const Text& value) {
-  FindOrAdd(key).value = value;
-}
+void Dictionary::Value(const Text& key, const Text& value) { FindOrAdd(key).value = value; }
 
 int32_t Dictionary::Append(const Text& key, const Text& tail) {
   Entry& entry = FindOrAdd(key);

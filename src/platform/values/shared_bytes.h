@@ -23,8 +23,8 @@ struct Walk {
 /// A run of bytes in a counted buffer: the storage beneath `Text`. The bytes of a value never
 /// change, and move only when `Append` is called on the value or the value goes.
 ///
-/// From 1 MiB on, a buffer lies in reserved memory (`native/reserved_memory.h`): a large value grows
-/// without a copy and without a move, however many values share the buffer.
+/// From 1 MiB on, a buffer lies in reserved memory (`native/reserved_memory.h`): a large value
+/// grows without a copy and without a move, however many values share the buffer.
 ///
 /// The buffer is counted by hand, with plain integers, for one thread only. A
 /// `std::shared_ptr<std::string>` counts with atomic operations as soon as the process has had a
@@ -80,7 +80,7 @@ class SharedBytes {
   /// The same bytes, copied when the buffer keeps much more memory than twice their length.
   [[nodiscard]] SharedBytes Compact() const {
     return mBuffer == nullptr || mBuffer->used <= 2 * mView.size() + kSmallBuffer ? *this
-                                                                                 : Copy(mView);
+                                                                                  : Copy(mView);
   }
   /// Whether both values begin at the same byte of the same buffer.
   [[nodiscard]] bool StartsWhere(const SharedBytes& other) const {

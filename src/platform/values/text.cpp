@@ -80,7 +80,6 @@ int32_t StrComp(const Text& left, const Text& right, int32_t mode) {
 }
 
 int32_t Len(const Text& text) { return ToCount(text.CharacterCount()); }
-int32_t LenB(const Text& text) { return ToCount(text.Bytes().size()); }
 
 Text Left(const Text& text, int32_t count) { return Mid(text, 1, count); }
 
@@ -95,11 +94,6 @@ Text Mid(const Text& text, int32_t start, int32_t length) {
 
 Text Mid(const Text& text, int32_t start) {
   return Mid(text, start, std::numeric_limits<int32_t>::max());
-}
-
-Text MidB(const Text& text, int64_t start) {
-  if (start < 1) return {};
-  return text.ByteRange(static_cast<size_t>(start) - 1, text.Bytes().size());
 }
 
 int32_t Asc(const Text& text) { return text.IsEmpty() ? 0 : DecodeUtf8(text.Bytes()).code; }

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -111,7 +112,10 @@ inline constexpr const char* EndOfLine = "\n";
 /// The number of characters.
 [[nodiscard]] int32_t Len(const Text& text);
 /// The number of bytes.
-[[nodiscard]] int32_t LenB(const Text& text);
+[[nodiscard]] inline int32_t LenB(const Text& text) {
+  constexpr size_t kMost = std::numeric_limits<int32_t>::max();
+  return static_cast<int32_t>(text.Bytes().size() < kMost ? text.Bytes().size() : kMost);
+}
 /// The first, or last, `count` characters; all characters of a shorter text.
 [[nodiscard]] Text Left(const Text& text, int32_t count);
 [[nodiscard]] Text Right(const Text& text, int32_t count);
@@ -120,7 +124,10 @@ inline constexpr const char* EndOfLine = "\n";
 [[nodiscard]] Text Mid(const Text& text, int32_t start, int32_t length);
 [[nodiscard]] Text Mid(const Text& text, int32_t start);
 /// The bytes from byte position `start` on; empty when `start` lies below 1 or behind the end.
-[[nodiscard]] Text MidB(const Text& text, int64_t start);
+[[nodiscard]] inline Text MidB(const Text& text, int64_t start) {
+  if (start < 1) return {};
+  return text.ByteRange(static_cast<size_t>(start) - 1, text.Bytes().size());
+}
 
 /// The code of the first character: the code point of a well-formed sequence, or the value of a
 /// single byte; 0 for an empty text.
