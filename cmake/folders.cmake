@@ -10,7 +10,7 @@ set(QUORVEL_FOLDERS
   "native/qt/view: native/text"
   "native/qt/sound:"
   "native/qt: native native/text native/qt/view"
-  "platform/values: native/text"
+  "platform/values: native native/text"
   "platform/runtime: native platform/values"
   "platform/files: native platform/values platform/runtime"
   "platform/windows: native platform/values platform/runtime platform/files"

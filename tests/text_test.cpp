@@ -4,15 +4,14 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <limits>
-#include <random>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "platform/values/memory_block.h"
 #include "platform/values/numbers.h"
+#include "support/random.h"
 
 namespace quorvel {
 namespace {
@@ -38,11 +37,8 @@ struct Pair {
 // QUORVEL_SEED repeats a run.
 TEST(Text, JoinsAndCutsLikePlainStrings) {
   constexpr size_t kMost = size_t{3} << 20;
-  const char* const given = std::getenv("QUORVEL_SEED");
-  const unsigned long seed = given ? std::strtoul(given, nullptr, 10) : std::random_device{}();
-  SCOPED_TRACE("QUORVEL_SEED=" + std::to_string(seed));
-  std::mt19937 random(seed);
-  const auto below = [&](size_t limit) { return random() % limit; };
+  Random random;
+  const auto below = [&](size_t limit) { return random.Below(limit); };
   const auto flipped = [](char byte) { return static_cast<char>(~byte); };
   ByteTable flip{};
   for (size_t i = 0; i < flip.size(); ++i) flip[i] = flipped(static_cast<char>(i));
