@@ -235,6 +235,7 @@ UDPSocket::Delivery UDPSocket::DeliverBatch() {
     if (const auto* const failure = std::get_if<ReceiveFailure>(&received)) Fail(failure->error);
   }
   if (!mReceived.empty()) Event_DataAvailable();
+  mRead = Nil;  // keeps the bytes of the whole batch
   return batch.empty() ? Delivery::Nothing : Delivery::Batch;
 }
 
