@@ -16,6 +16,7 @@ constexpr int kRestAfterFailureMs = 10;
 // In the longest rest, 100,000 datagrams a second fill less than half of a usual receive buffer.
 constexpr std::chrono::microseconds kShortestRest{125};
 constexpr std::chrono::microseconds kLongestRest{2000};
+constexpr std::chrono::milliseconds kBetweenWakeUps{8};
 // What a small datagram takes up of the system's receive buffer, beside its bytes.
 constexpr size_t kOverhead = 850;
 
@@ -46,6 +47,7 @@ void Receiver::Run() {
   auto rest = kShortestRest;
   while (true) {
     const Share share = TakeFullBatches();
+    Tell(share.datagrams > 0 ? Urgency::MoreMayCome : Urgency::Now);
     if (share.datagrams > 0) {
       rest = NextRest(rest, share);
       std::this_thread::sleep_for(rest);
@@ -78,9 +80,21 @@ Receiver::Share Receiver::TakeFullBatches() {
 }
 
 void Receiver::TakeIn() {
-  for (int i = 0; i < kBatchesPerTakeIn; ++i) {
-    if (TakeBatch().datagrams == 0) return;
+  for (int i = 0; i < kBatchesPerTakeIn && TakeBatch().datagrams > 0; ++i) {
   }
+  Tell(Urgency::Now);
+}
+
+// The event loop, too, is woken for many datagrams at once while datagrams keep coming.
+void Receiver::Tell(Urgency urgency) {
+  const std::lock_guard lock(mLock);
+  if (mTold || mQueue.empty()) return;
+  const auto now = std::chrono::steady_clock::now();
+  const bool has_time = urgency == Urgency::MoreMayCome && mWaiting < kBatch;
+  if (has_time && now - mLastTold < kBetweenWakeUps) return;
+  mWaits.Set();
+  mTold = true;
+  mLastTold = now;
 }
 
 Receiver::Share Receiver::TakeBatch() {
@@ -125,7 +139,6 @@ const ReceiveFailure* Receiver::LastFailure() const {
 
 template <class Kind>
 ReceivedBatch& Receiver::Keep(const Kind& received) {
-  if (mQueue.empty()) mWaits.Set();
   const bool alone = std::is_same_v<Kind, ReceiveFailure> || LastFailure() != nullptr;
   if (mQueue.empty() || alone || mQueue.back().received.size() == kBatch) {
     mQueue.emplace_back().received.reserve(ReceiveBatch::kMostDatagrams);
@@ -138,8 +151,11 @@ ReceivedBatch& Receiver::Keep(const Kind& received) {
 }
 
 void Receiver::NoteLostLink(InterfaceIndex interface) {
-  const std::lock_guard lock(mLock);
-  Keep(LostLink{interface});
+  {
+    const std::lock_guard lock(mLock);
+    Keep(LostLink{interface});
+  }
+  Tell(Urgency::Now);
 }
 
 size_t Receiver::Waiting() const {
@@ -154,7 +170,7 @@ ReceivedBatch Receiver::Take() {
   mQueue.pop_front();
   mWaiting -= oldest.received.size();
   mWaitingBytes -= oldest.received.size() * sizeof(Received) + oldest.bytes.size();
-  if (mQueue.empty()) mWaits.Clear();
+  if (mQueue.empty() && std::exchange(mTold, false)) mWaits.Clear();
   return oldest;
 }
 

@@ -58,7 +58,8 @@ class Receiver {
   Receiver& operator=(const Receiver&) = delete;
 
   [[nodiscard]] bool HasThread() const { return mThread.joinable(); }
-  /// Readable while something waits; -1 when the system gave no descriptor.
+  /// Readable while something waits, some milliseconds later when much comes in a row; -1 when the
+  /// system gave no descriptor.
   [[nodiscard]] int Descriptor() const { return mWaits.Descriptor(); }
 
   /// Takes in what the system holds, up to a fair share when datagrams keep coming.
@@ -80,7 +81,10 @@ class Receiver {
     bool failed = false;
   };
 
+  enum class Urgency : uint8_t { Now, MoreMayCome };
+
   void Run();
+  void Tell(Urgency urgency);
   Share TakeBatch();
   Share TakeFullBatches();
   template <class Kind>
@@ -101,6 +105,9 @@ class Receiver {
   ReceiveBatch mBatch;
   std::deque<ReceivedBatch> mQueue;
   size_t mWaiting = 0;
+  /// Whether the event loop has been told that something waits, and when.
+  bool mTold = false;
+  SteadyTime mLastTold;
   size_t mWaitingBytes = 0;
   uint64_t mDroppedHere = 0;
   uint64_t mDroppedBySystem = 0;
