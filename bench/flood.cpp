@@ -25,7 +25,7 @@
 namespace {
 
 constexpr int64_t kSecond = 1000000000;
-constexpr int64_t kTicks = 1000;  ///< batches a second
+constexpr int64_t kTicks = 20000;  ///< batches a second, at most
 constexpr size_t kLargestBatch = 256;
 constexpr size_t kHeaderSize = 8;
 constexpr size_t kNumberSize = 8;
