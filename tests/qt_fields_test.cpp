@@ -187,7 +187,7 @@ TEST_F(QtLog, EveryRowInSightIsPainted) {
 
 // The copy of a long text is made by the reader of the clipboard.
 TEST_F(QtLog, ACopyIsTheTextAsItWas) {
-  for (const size_t size : {10, 200000}) {
+  for (const size_t size : {size_t{10}, size_t{200000}}) {
     auto kept = std::make_shared<const std::string>("\xFF\n" + std::string(size, 'w'));
     mUser.keep = [&] { return kept; };
     mField->ShowText(*kept, 0);

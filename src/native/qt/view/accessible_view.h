@@ -26,6 +26,7 @@ class AccessibleView final : public QAccessibleWidget, public QAccessibleTextInt
   void setSelection(int index, int start, int end) override;
   [[nodiscard]] int cursorPosition() const override;
   void setCursorPosition(int position) override;
+  using QAccessibleWidget::text;
   [[nodiscard]] QString text(int start, int end) const override;
   [[nodiscard]] int characterCount() const override;
   [[nodiscard]] QRect characterRect(int offset) const override;

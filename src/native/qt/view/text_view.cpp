@@ -323,17 +323,17 @@ void TextView::Move(Motion by, bool extends) {
   BringIntoSight(caret);
 }
 
-void TextView::Copy(QClipboard::Mode mode) {
+void TextView::Copy(QClipboard::Mode to) {
   const Range selected = selection.Bytes();
   QClipboard& clipboard = *QApplication::clipboard();
   if (selected.IsEmpty()) return;
-  if (mode == QClipboard::Selection && !clipboard.supportsSelection()) return;
+  if (to == QClipboard::Selection && !clipboard.supportsSelection()) return;
   const std::string_view bytes = rows.Text().substr(selected.begin, selected.end - selected.begin);
   if (bytes.size() > kSmallCopy) {
-    clipboard.setMimeData(new CopiedText(bytes, keeper()), mode);
+    clipboard.setMimeData(new CopiedText(bytes, keeper()), to);
   } else {
     const auto copy = std::make_shared<std::string>(bytes);
-    clipboard.setMimeData(new CopiedText(*copy, copy), mode);
+    clipboard.setMimeData(new CopiedText(*copy, copy), to);
   }
 }
 

@@ -73,7 +73,7 @@ class TextView final : public QAbstractScrollArea {
 
   [[nodiscard]] bool RunCommand(const QKeyEvent& event, bool only_asked);
   void Move(Motion by, bool extends);
-  void Copy(QClipboard::Mode clipboard);
+  void Copy(QClipboard::Mode to);
 
   [[nodiscard]] Range UnitUnder(QPointF point, SelectUnit unit);
   void Press(QPointF point, SelectUnit unit, bool extends);
