@@ -5,7 +5,11 @@
 #include <QApplication>
 #include <QScrollBar>
 #include <QTest>
+#include <algorithm>
+#include <chrono>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "native/qt/view/text_view.h"
 
@@ -55,8 +59,17 @@ class View {
 template <class Act>
 void Frames(benchmark::State& state, Act act) {
   View view(TextOf(state.range(0)));
-  int64_t frame = 0;
-  while (state.KeepRunning()) act(view, ++frame);
+  std::vector<double> milliseconds;
+  while (state.KeepRunning()) {
+    const auto start = std::chrono::steady_clock::now();
+    act(view, static_cast<int64_t>(milliseconds.size()));
+    const std::chrono::duration<double, std::milli> passed =
+        std::chrono::steady_clock::now() - start;
+    milliseconds.push_back(passed.count());
+  }
+  std::ranges::sort(milliseconds);
+  state.counters["median"] = milliseconds[milliseconds.size() / 2];
+  state.counters["of100"] = milliseconds[milliseconds.size() * 99 / 100];
 }
 
 void Drag(View& shown, int64_t frame) {
