@@ -2,8 +2,10 @@
 
 Network namespaces stand for two computers with a wire between them: a listener's and a sender's.
 """
-import argparse, ctypes, datetime, json, os, pathlib, platform, re, shutil, signal, statistics
+import argparse, datetime, json, os, pathlib, platform, re, shutil, signal, statistics
 import subprocess, sys, tempfile, time
+
+from virtual_host import Host
 
 KEY, GROUP, PORT = "Maple-Room-7", "224.195.13.122", 5563
 CARD, LISTENER = "c1", "10.77.0.1"
@@ -17,7 +19,6 @@ LOADS = [(20000, 1), (20000, 50), (100000, 1), (100000, 50), (FAST, 1)]
 UNPACED_A_SECOND = 100000  # sets the number of messages of the load without a rate
 PAGE = pathlib.Path("docs/performance.md")
 BEGIN, END = "<!-- figures: scripts/bench.sh writes the lines below -->", "<!-- figures: end -->"
-LIBC = ctypes.CDLL(None, use_errno=True)
 CORES = sorted(os.sched_getaffinity(0))
 SENDER_CORES, RECEIVER_CORES = {CORES[0]}, {CORES[1 % len(CORES)]}
 OTHER_CORES = set(CORES[2:]) or {CORES[0]}
@@ -37,41 +38,21 @@ def output(*command):
 
 
 class Processes:
-    """All processes that this run has started, which end with the run."""
+    """All processes and hosts that this run has started, which end with the run."""
 
     def __init__(self):
-        self.started = []
+        self.started, self.hosts = [], []
 
     def start(self, *command, **options):
         self.started.append(subprocess.Popen([str(part) for part in command], **options))
         return self.started[-1]
 
     def end(self):
+        for host in self.hosts:
+            host.end()
         for process in reversed(self.started):
             process.terminate()
             process.wait()
-
-
-class Host:
-    """A network namespace, which lives as long as a process in the namespace."""
-
-    def __init__(self, processes, cores):
-        self.processes, self.cores = processes, cores
-        self.holder = processes.start("unshare", "-n", "sleep", "infinity")
-        own = os.readlink("/proc/self/ns/net")
-        wait_for("a namespace", lambda: os.readlink(f"/proc/{self.holder.pid}/ns/net") != own)
-        self.namespace = os.open(f"/proc/{self.holder.pid}/ns/net", os.O_RDONLY)
-
-    def start(self, *command, **options):
-        def enter():
-            LIBC.setns(self.namespace, 0)
-            os.sched_setaffinity(0, self.cores)
-        return self.processes.start(*command, preexec_fn=enter, **options)
-
-    def ip(self, *commands):
-        batch = self.start("ip", "-batch", "-", stdin=subprocess.PIPE, text=True)
-        batch.communicate("\n".join(commands))
-        assert batch.returncode == 0, commands
 
 
 class Network:
@@ -79,12 +60,11 @@ class Network:
 
     def __init__(self, programs, processes):
         self.programs = programs
-        self.listener = Host(processes, RECEIVER_CORES)
-        self.sender = Host(processes, SENDER_CORES)
-        self.listener.ip("link set lo up",
-                         f"link add {CARD} type veth peer name t0 netns {self.sender.holder.pid}",
+        self.listener, self.sender = Host(RECEIVER_CORES), Host(SENDER_CORES)
+        processes.hosts += [self.listener, self.sender]
+        self.listener.ip(f"link add {CARD} type veth peer name t0 netns {self.sender.holder.pid}",
                          f"addr add {LISTENER}/24 dev {CARD}", f"link set {CARD} up")
-        self.sender.ip("link set lo up", *[f"addr add {a}/24 dev t0" for a in SOURCES],
+        self.sender.ip(*[f"addr add {a}/24 dev t0" for a in SOURCES],
                        "link set t0 up", "route add default dev t0")
 
     def flood(self, count, per_second, senders, text_bytes=TEXT_BYTES):

@@ -6,51 +6,24 @@ network. SEED, STORM_SECONDS and BUSY_SECONDS in the environment change what is 
 Network namespaces stand for computers: the listener with cards c1 and c2, a sender, and a switch
 that forwards a group to its members alone. Prints a row of docs/reliability.md for each case.
 """
-import ctypes, os, random, signal, socket, struct, subprocess, sys, threading, time
+import os, pathlib, random, signal, socket, struct, subprocess, sys, threading, time
+
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "scripts"))
+from virtual_host import Host
 
 PROGRAMS = sys.argv[1]
 KEY, GROUP, PORT = "Maple-Room-7", "224.195.13.122", 5563
 SECOND_CARD = "10.77.0.2/24"
-LIBC = ctypes.CDLL(None, use_errno=True)
 failures = []
 
 
-class Host:
-    """A network namespace, which lives as long as a process in the namespace."""
-
-    def __init__(self):
-        self.holder = subprocess.Popen(["unshare", "-n", "sleep", "200"], stdout=subprocess.DEVNULL)
-        while os.readlink(f"/proc/{self.holder.pid}/ns/net") == os.readlink("/proc/self/ns/net"):
-            time.sleep(0.001)
-        self.namespace = os.open(f"/proc/{self.holder.pid}/ns/net", os.O_RDONLY)
-        self.ip("link set lo up")
-
-    def start(self, *command, **options):
-        def enter():
-            LIBC.setns(self.namespace, 0)
-        return subprocess.Popen(command, preexec_fn=enter, **options)
-
-    def ip(self, *commands):
-        batch = self.start("ip", "-batch", "-", stdin=subprocess.PIPE, text=True)
-        batch.communicate("\n".join(commands))
-        assert batch.returncode == 0, commands
-
-    def query(self):
-        """Asks all computers, once, which groups they have joined, as a router does."""
-        def send():
-            LIBC.setns(self.namespace, 0)
-            with socket.socket(socket.AF_INET, socket.SOCK_RAW, socket.IPPROTO_IGMP) as wire:
-                wire.setsockopt(socket.IPPROTO_IP, socket.IP_MULTICAST_IF,
-                                socket.inet_aton("10.77.0.9"))
-                wire.sendto(bytes((0x11, 1, 0xEE, 0xFE, 0, 0, 0, 0)), ("224.0.0.1", 0))
-        asker = threading.Thread(target=send)
-        asker.start()
-        asker.join()
-
-    def end(self):
-        os.close(self.namespace)
-        self.holder.kill()
-        self.holder.wait()
+def query(host):
+    """Asks all computers from this host, once, which groups they have joined, as a router does."""
+    def send():
+        with socket.socket(socket.AF_INET, socket.SOCK_RAW, socket.IPPROTO_IGMP) as wire:
+            wire.setsockopt(socket.IPPROTO_IP, socket.IP_MULTICAST_IF, socket.inet_aton("10.77.0.9"))
+            wire.sendto(bytes((0x11, 1, 0xEE, 0xFE, 0, 0, 0, 0)), ("224.0.0.1", 0))
+    host.within(send).join()
 
 
 class Net:
@@ -61,7 +34,7 @@ class Net:
         self.switch.ip("link add br0 type bridge mcast_snooping 1", "link set br0 up")
         self.cable(self.sender, "t0", "10.77.0.9/24")
         if querier:
-            self.sender.query()
+            query(self.sender)
         # A switch that knows a querier and a member forwards the group to members alone.
         self.member = socket_on(self.sender, [(GROUP, "10.77.0.9")])
         time.sleep(0.3 * querier)
@@ -123,7 +96,7 @@ class Stream(threading.Thread):
         self.start()
 
     def run(self):
-        LIBC.setns(self.host.namespace, 0)
+        self.host.enter()
         wire = socket.socket(socket.AF_INET, socket.SOCK_DGRAM)
         wire.setsockopt(socket.IPPROTO_IP, socket.IP_MULTICAST_IF, socket.inet_aton("10.77.0.9"))
         due = time.monotonic()
@@ -262,7 +235,6 @@ def socket_on(host, memberships, text=None, to=GROUP):
     """A socket on the port of Quorvel, with memberships of groups; sends one message."""
     made = []
     def make():
-        LIBC.setns(host.namespace, 0)
         wire = socket.socket(socket.AF_INET, socket.SOCK_DGRAM)
         wire.setsockopt(socket.SOL_SOCKET, socket.SO_REUSEADDR, 1)
         wire.setsockopt(socket.SOL_SOCKET, socket.SO_BROADCAST, 1)
@@ -274,9 +246,7 @@ def socket_on(host, memberships, text=None, to=GROUP):
             wire.setsockopt(socket.IPPROTO_IP, socket.IP_ADD_MEMBERSHIP,
                             socket.inet_aton(group) + socket.inet_aton(card))
         made.append(wire)
-    maker = threading.Thread(target=make)
-    maker.start()
-    maker.join()
+    host.within(make).join()
     return made[0]
 
 

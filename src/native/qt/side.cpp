@@ -9,7 +9,6 @@
 #include "native/qt/desktop.h"
 #include "native/qt/dialogs.h"
 #include "native/qt/event_loop.h"
-#include "native/qt/view/accessible_view.h"
 #include "native/qt/windows.h"
 
 namespace quorvel::qt {
@@ -39,7 +38,6 @@ class Side final : public native::Side {
     QCoreApplication::setApplicationName("Quorvel");
     QCoreApplication::setQuitLockEnabled(false);
     QApplication::setQuitOnLastWindowClosed(false);
-    AccessibleView::Install();
     KeepNoSettings();
   }
   // Widgets that were given to deleteLater() cannot outlive the application.

@@ -18,7 +18,9 @@ QAccessibleInterface* Make(const QString&, QObject* object) {
 
 }  // namespace
 
-void AccessibleView::Install() { QAccessible::installFactory(Make); }
+void AccessibleView::Install() {
+  [[maybe_unused]] static const bool kInstalled = (QAccessible::installFactory(Make), true);
+}
 
 AccessibleView::AccessibleView(TextView& of)
     : QAccessibleWidget(&of, QAccessible::EditableText), view(of) {}

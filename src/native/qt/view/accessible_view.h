@@ -11,7 +11,7 @@ namespace quorvel::qt {
 /// from the begin of that part.
 class AccessibleView final : public QAccessibleWidget, public QAccessibleTextInterface {
  public:
-  /// Makes the accessible interfaces of text views known to the toolkit.
+  /// Makes the accessible interfaces of text views known to the toolkit, at the first call.
   static void Install();
 
   explicit AccessibleView(TextView& of);

@@ -11,6 +11,7 @@
 #include <chrono>
 #include <limits>
 
+#include "native/qt/view/accessible_view.h"
 #include "native/qt/view/paint.h"
 
 namespace quorvel::qt {
@@ -66,6 +67,7 @@ TextView::TextView(QWidget* parent, std::function<Keeper()> keep)
       keeper(std::move(keep)),
       announcer(*this, [this] { return rows.Text(); }),
       new_lines(new NewLinesMark(viewport())) {
+  AccessibleView::Install();
   setFocusPolicy(Qt::StrongFocus);
   viewport()->setCursor(Qt::IBeamCursor);
   viewport()->setAttribute(Qt::WA_OpaquePaintEvent, false);
