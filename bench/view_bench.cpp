@@ -19,15 +19,6 @@ using quorvel::qt::TextView;
 
 constexpr const char* kLine = "IP Address: 10.77.0.1 Sent: Marks: 9 of 10\n";
 
-QApplication& Toolkit() {
-  static int count = 1;
-  static char name[] = "view_bench";
-  static char* arguments[] = {name, nullptr};
-  qputenv("QT_QPA_PLATFORM", "offscreen");
-  static auto* const toolkit = new QApplication(count, arguments);
-  return *toolkit;
-}
-
 const std::string& TextOf(int64_t lines) {
   static std::string text;
   while (text.size() < static_cast<size_t>(lines) * std::char_traits<char>::length(kLine)) {
@@ -52,7 +43,6 @@ class View {
     view.ShowNow();
   }
 
-  QApplication& toolkit = Toolkit();
   TextView view{nullptr, [] { return nullptr; }};
 };
 
@@ -102,8 +92,6 @@ void Register() {
         ->Unit(benchmark::kMicrosecond);
   }
 }
-[[maybe_unused]] const bool kRegistered = (Register(), true);
-
 // A view that follows its end, with so many new lines in each frame.
 void ViewFollow(benchmark::State& state) {
   const std::string& text = TextOf(1000000);
@@ -142,3 +130,11 @@ void OneLine(benchmark::State& state) {
 BENCHMARK(OneLine)->Arg(1)->Arg(100)->Unit(benchmark::kMicrosecond);
 
 }  // namespace
+
+int main(int count, char** arguments) {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  const QApplication toolkit(count, arguments);
+  benchmark::Initialize(&count, arguments);
+  Register();
+  benchmark::RunSpecifiedBenchmarks();
+}

@@ -10,7 +10,9 @@
 
 namespace quorvel::qt {
 
+// The deferred deletion deletes the widget.
 bool TextArea::Editor::event(QEvent* event) {
+  if (event->type() == QEvent::DeferredDelete) return QPlainTextEdit::event(event);
   const bool handled = QPlainTextEdit::event(event);
   if (shows_focus) ShowFocusFrame(*this, *event);
   return handled;

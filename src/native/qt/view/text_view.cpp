@@ -244,7 +244,9 @@ void TextView::timerEvent(QTimerEvent* event) {
   }
 }
 
+// The deferred deletion deletes the view.
 bool TextView::event(QEvent* event) {
+  if (event->type() == QEvent::DeferredDelete) return QAbstractScrollArea::event(event);
   if (event->type() == QEvent::ShortcutOverride &&
       RunCommand(*static_cast<QKeyEvent*>(event), true)) {
     event->accept();
