@@ -18,9 +18,7 @@ QAccessibleInterface* Make(const QString&, QObject* object) {
 
 }  // namespace
 
-void AccessibleView::Install() {
-  [[maybe_unused]] static const bool kInstalled = (QAccessible::installFactory(Make), true);
-}
+void AccessibleView::Install() { QAccessible::installFactory(Make); }
 
 AccessibleView::AccessibleView(TextView& of)
     : QAccessibleWidget(&of, QAccessible::EditableText), view(of) {}

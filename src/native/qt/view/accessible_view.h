@@ -11,7 +11,8 @@ namespace quorvel::qt {
 /// from the begin of that part.
 class AccessibleView final : public QAccessibleWidget, public QAccessibleTextInterface {
  public:
-  /// Makes the accessible interfaces of text views known to the toolkit, at the first call.
+  /// Makes the accessible interfaces of text views known to the toolkit, which takes them once for
+  /// each application object.
   static void Install();
 
   explicit AccessibleView(TextView& of);
