@@ -4,6 +4,7 @@
 
 #include <QGuiApplication>
 #include <QTextLayout>
+#include <cmath>
 #include <string>
 #include <vector>
 
@@ -14,21 +15,21 @@
 namespace quorvel::qt {
 namespace {
 
-// The first words all run to the right.
-constexpr size_t kRightwards = 8;
+// The first words run to the right, and the toolkit lays them out alike wherever a layout begins.
+constexpr size_t kRightwards = 7;
 constexpr const char* kWords[] = {"word",
                                   "a",
                                   "mm-mm",
                                   "5,000.00",
                                   "\u00E9te\u0301",
                                   "\u6F22\u5B57\u4EEE\u540D",
-                                  "\U0001F469\u200D\U0001F467",
                                   "(x)",
                                   "\u05E9\u05DC\u05D5\u05DD",
                                   "\u0645\u0631\u062D\u0628\u0627",
                                   "\u0939\u093F\u0928\u094D\u0926\u0940",
                                   "\u2028",
-                                  "\t"};
+                                  "\t",
+                                  "\U0001F469\u200D\U0001F467"};
 
 std::string RandomLine(Random& random, size_t words, size_t kinds = std::size(kWords)) {
   std::string line;
@@ -92,8 +93,9 @@ TEST_F(View, WrapsAndFindsPositionsAsTheToolkitDoesInTheWholeLine) {
       EXPECT_TRUE(ends_line || ours.PositionAt(2 * width) < ours.Bytes().end) << line;
       const auto x = static_cast<qreal>(mRandom.Below(static_cast<size_t>(width)));
       const int hit = row.xToCursor(x);
-      const bool inside = hit < row.textStart() + row.textLength();
-      EXPECT_TRUE(!inside || ours.PositionAt(x) == byte(hit)) << line;
+      const bool inside = hit < row.textStart() + row.textLength() && !shown[hit].isLowSurrogate();
+      const qreal distance = std::abs(ours.XOf(ours.PositionAt(x)) - x);
+      EXPECT_TRUE(!inside || std::abs(distance - std::abs(row.cursorToX(hit) - x)) < 0.1) << line;
     }
   }
 }
