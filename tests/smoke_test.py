@@ -80,8 +80,8 @@ def first_run(started):
     output("xdotool", "mousemove", "--window", window_id, "384", "463", "click", "1")
     keys(window("Save As"), "Return")
     window_id = window(TITLE)
-    if "quorvel_sound" not in pathlib.Path(f"/proc/{program.pid}/maps").read_text():
-        sys.exit("the sound cannot play")
+    maps = pathlib.Path(f"/proc/{program.pid}/maps")
+    wait_for("what plays the sound", lambda: "quorvel_sound" in maps.read_text())
     keys(window_id, "alt+F4")
     expect_end(program)
 
