@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "native/qt/strings.h"
+#include "native/text/utf8.h"
 
 namespace quorvel::qt {
 
@@ -21,10 +22,6 @@ size_t LineEndLength(std::string_view text, size_t at) {
   return rest.starts_with("\u2028") || rest.starts_with("\u2029") ? 3 : 0;
 }
 
-bool InsideCharacter(std::string_view text, size_t at) {
-  return at < text.size() && (static_cast<unsigned char>(text[at]) & 0xC0U) == 0x80;
-}
-
 /// The rest of a paragraph, or its first part.
 struct Part {
   size_t length = 0;
@@ -36,8 +33,7 @@ Part NextPart(std::string_view text, size_t at, size_t most) {
   size_t end = at;
   while (end < limit && LineEndLength(text, end) == 0) ++end;
   const bool to_end = end == text.size() || LineEndLength(text, end) > 0;
-  while (InsideCharacter(text, end)) --end;
-  return {end - at, to_end};
+  return {OutsideSequence(text, end) - at, to_end};
 }
 
 }  // namespace

@@ -1,7 +1,8 @@
 #include "native/text/stretches.h"
 
 #include <algorithm>
-#include <cstdint>
+
+#include "native/text/utf8.h"
 
 namespace quorvel {
 
@@ -33,18 +34,11 @@ bool IsCut(std::string_view text, size_t multiple) {
   return multiple < text.size() && LastLineStart(text, multiple - kStretch, multiple) == kNone;
 }
 
-bool InsideSequence(std::string_view text, size_t position) {
-  return (static_cast<uint8_t>(text[position]) & 0xC0U) == 0x80;
-}
-
 // Where exactly a line is cut that has a cut near `multiple`.
 size_t CutNear(std::string_view text, size_t multiple) {
   const size_t blank = text.substr(multiple - kNear, kNear).find_last_of(" \t");
   if (blank != kNone) return multiple - kNear + blank + 1;
-  for (size_t at = multiple; at > multiple - 4; --at) {
-    if (!InsideSequence(text, at)) return at;
-  }
-  return multiple;
+  return OutsideSequence(text, multiple);
 }
 
 size_t BeginOf(std::string_view text, size_t position) {

@@ -44,6 +44,15 @@ Utf8Character DecodeUtf8(std::string_view bytes) {
   return {length, code, true};
 }
 
+size_t OutsideSequence(std::string_view bytes, size_t position) {
+  constexpr size_t kLongest = 4;
+  for (size_t back = 0; back < kLongest && back <= position; ++back) {
+    const size_t at = position - back;
+    if (at >= bytes.size() || !IsContinuation(ByteAt(bytes, at))) return at;
+  }
+  return position;
+}
+
 size_t AsciiRun(std::string_view bytes) {
   constexpr uint64_t kHighBits = 0x8080808080808080U;
   size_t i = 0;

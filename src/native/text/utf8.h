@@ -16,6 +16,9 @@ struct Utf8Character {
 
 /// The first character of `bytes`; `bytes` must not be empty.
 [[nodiscard]] Utf8Character DecodeUtf8(std::string_view bytes);
+/// The last position at or before `position` that is not inside of a sequence; `position` itself
+/// when no sequence can be that long. `position` may be the end of `bytes`.
+[[nodiscard]] size_t OutsideSequence(std::string_view bytes, size_t position);
 /// The number of bytes of `bytes` before the first byte that is not ASCII.
 [[nodiscard]] size_t AsciiRun(std::string_view bytes);
 [[nodiscard]] bool IsValidUtf8(std::string_view bytes);

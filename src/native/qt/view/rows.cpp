@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "native/text/utf8.h"
+
 namespace quorvel::qt {
 
 namespace {
@@ -9,11 +11,6 @@ namespace {
 // The most bytes that are laid out together: where a long word is broken, the toolkit's cost of
 // each row grows with the length laid out.
 constexpr size_t kPiece = 2048;
-
-size_t BeforeSequence(std::string_view text, size_t at) {
-  while (at > 0 && (static_cast<uint8_t>(text[at]) & 0xC0U) == 0x80) --at;
-  return at;
-}
 
 Qt::LayoutDirection DirectionOf(std::string_view line) {
   std::vector<uint32_t> offsets;
@@ -82,7 +79,7 @@ void Rows::AddPiece(LaidStretch& laid) {
   size_t most = look.wraps ? kPiece : rest.size();
   do {
     const bool to_end = rest.size() <= most;
-    const size_t length = to_end ? rest.size() : BeforeSequence(rest, most);
+    const size_t length = to_end ? rest.size() : OutsideSequence(rest, most);
     piece =
         std::make_unique<Piece>(rest.substr(0, length), laid.laid_to, to_end, look, laid.direction);
     laid.complete = to_end;

@@ -70,7 +70,6 @@ TextView::TextView(QWidget* parent, std::function<Keeper()> keep)
   AccessibleView::Install();
   setFocusPolicy(Qt::StrongFocus);
   viewport()->setCursor(Qt::IBeamCursor);
-  viewport()->setAttribute(Qt::WA_OpaquePaintEvent, false);
   connect(verticalScrollBar(), &QScrollBar::actionTriggered, this, &TextView::OnBarAction);
   connect(verticalScrollBar(), &QScrollBar::sliderReleased, this, &TextView::UpdateBars);
   connect(new_lines, &QPushButton::clicked, this, &TextView::GoToEnd);
