@@ -9,7 +9,7 @@ namespace {
 void MessagesToLog(benchmark::State& state) {
   auto& program = quorvel::bench::ScriptedProgram::Started();
   const auto senders = static_cast<quorvel::Ipv4Address>(state.range(0));
-  constexpr quorvel::Ipv4Address kAtOnce = 512;
+  constexpr int kAtOnce = 512;
   while (state.KeepRunningBatch(kAtOnce)) program.Hear(kAtOnce, senders);
   state.SetItemsProcessed(state.iterations());
   quorvel::wMain()->efLog()->Text("");

@@ -7,9 +7,9 @@
 #include "scripted_program.h"
 
 int main(int, char** argv) {
-  constexpr quorvel::Ipv4Address kAtOnce = 512;
+  constexpr int kAtOnce = 512;
   auto& program = quorvel::bench::ScriptedProgram::Started();
-  for (int left = std::atoi(argv[1]); left > 0; left -= static_cast<int>(kAtOnce)) {
+  for (int left = std::atoi(argv[1]); left > 0; left -= kAtOnce) {
     program.Hear(kAtOnce, 1);
   }
   std::cout << quorvel::wMain()->efLog()->Text().Bytes().size() << " bytes" << std::endl;

@@ -1,7 +1,9 @@
 #pragma once
 
-#include <cstdint>
-#include <string>
+#include <cerrno>
+#include <cstddef>
+#include <cstring>
+#include <string_view>
 
 #include "app/app.h"
 #include "app/entry.h"
@@ -11,7 +13,32 @@
 
 namespace quorvel::bench {
 
-/// The program on a side without a screen, with the log window open and scripted sockets. The
+/// Sockets without a network that receive the same datagram as often as asked for, in turns from
+/// some senders, and do next to no work of their own.
+class RepeatingSockets final : public test::ScriptedSockets {
+ public:
+  using ScriptedSockets::ScriptedSockets;
+
+  bool Receive(int, ReceiveBatch& batch) override {
+    batch.Clear();
+    for (size_t i = 0; i < ReceiveBatch::kMostDatagrams && left > 0; ++i, --left) {
+      std::memcpy(batch.Slot(i).data(), kPacket.data(), kPacket.size());
+      arrival.from = kFirstSender + static_cast<Ipv4Address>(left) % senders;
+      batch.Add(arrival, kPacket.size());
+    }
+    errno = EAGAIN;
+    return !batch.Received().empty();
+  }
+
+  Ipv4Address senders = 1;
+  int left = 0;
+
+ private:
+  static constexpr Ipv4Address kFirstSender = 0x0A000001;
+  static constexpr std::string_view kPacket{"\0\0\0\x20\0\0\0\0Nziph: 0 lu 89, tllw dlip", 32};
+};
+
+/// The program on a side without a screen, with the log window open and repeating sockets. The
 /// program's own windows live to the end of the process, and so do the side and this object.
 class ScriptedProgram {
  public:
@@ -21,10 +48,9 @@ class ScriptedProgram {
   }
 
   /// One batch of messages, in turns from so many senders.
-  void Hear(Ipv4Address messages, Ipv4Address senders) {
-    for (Ipv4Address i = 0; i < messages; ++i) {
-      mSide.sockets.arriving.emplace_back(0x0A000001 + i % senders, mPacket);
-    }
+  void Hear(int messages, Ipv4Address senders) {
+    mSide.sockets.left = messages;
+    mSide.sockets.senders = senders;
     mGlobals::EasyUDPSocket1->Poll();
   }
 
@@ -35,8 +61,11 @@ class ScriptedProgram {
     wMain()->Show();
   }
 
-  test::Side mSide;
-  const std::string mPacket{"\0\0\0\x20\0\0\0\0Nziph: 0 lu 89, tllw dlip", 32};
+  struct Side final : test::Side {
+    SocketCalls& Sockets() override { return sockets; }
+    RepeatingSockets sockets{faults};
+  };
+  Side mSide;
 };
 
 }  // namespace quorvel::bench
