@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <cstddef>
 #include <cstring>
+#include <memory>
 #include <string_view>
 
 #include "app/app.h"
@@ -24,6 +25,8 @@ class RepeatingSockets final : public test::ScriptedSockets {
     for (size_t i = 0; i < ReceiveBatch::kMostDatagrams && left > 0; ++i, --left) {
       std::memcpy(batch.Slot(i).data(), kPacket.data(), kPacket.size());
       arrival.from = kFirstSender + static_cast<Ipv4Address>(left) % senders;
+      arrival.to = joined.back();
+      arrival.interface = kCard;
       batch.Add(arrival, kPacket.size());
     }
     errno = EAGAIN;
@@ -35,7 +38,35 @@ class RepeatingSockets final : public test::ScriptedSockets {
 
  private:
   static constexpr Ipv4Address kFirstSender = 0x0A000001;
+  static constexpr InterfaceIndex kCard = 2;
   static constexpr std::string_view kPacket{"\0\0\0\x20\0\0\0\0Nziph: 0 lu 89, tllw dlip", 32};
+};
+
+/// A field that keeps a view of the text, as a field on a screen does.
+class ViewingField final : public native::TextField {
+ public:
+  void Update(const native::TextFieldState&) override {}
+  void Refresh() override {}
+  void ShowText(std::string_view text, size_t) override { mShown = text; }
+
+ private:
+  std::string_view mShown;
+};
+
+/// Windows with fields that keep views.
+class ViewingWindows final : public test::Windows {
+ public:
+  std::unique_ptr<native::Window> Create(native::WindowListener& listener) override {
+    class Window final : public test::Window {
+     public:
+      using test::Window::Window;
+      std::unique_ptr<native::TextField> AddTextField(const native::TextFieldState&,
+                                                      native::TextFieldListener&) override {
+        return std::make_unique<ViewingField>();
+      }
+    };
+    return std::make_unique<Window>(open, listener);
+  }
 };
 
 /// The program on a side without a screen, with the log window open and repeating sockets. The
@@ -62,7 +93,9 @@ class ScriptedProgram {
   }
 
   struct Side final : test::Side {
-    SocketCalls& Sockets() override { return sockets; }
+    ViewingWindows& Windows() override { return windows; }
+    RepeatingSockets& Sockets() override { return sockets; }
+    ViewingWindows windows;
     RepeatingSockets sockets{faults};
   };
   Side mSide;

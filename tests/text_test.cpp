@@ -40,8 +40,6 @@ TEST(Text, JoinsAndCutsLikePlainStrings) {
   Random random;
   const auto below = [&](size_t limit) { return random.Below(limit); };
   const auto flipped = [](char byte) { return static_cast<char>(~byte); };
-  ByteTable flip{};
-  for (size_t i = 0; i < flip.size(); ++i) flip[i] = flipped(static_cast<char>(i));
   std::vector<Pair> all(8);
   for (int step = 0; step < 10000; ++step) {
     Pair &to = all[below(8)], &a = all[below(8)], &b = all[below(8)];
@@ -66,7 +64,7 @@ TEST(Text, JoinsAndCutsLikePlainStrings) {
       block.Long(static_cast<int32_t>(cut), 0);
       to = {block.StringValue(0, block.Size()), std::string(a.plain).replace(cut, 4, 4, '\0')};
     } else {
-      to = {a.text.Mapped(flip), a.plain};
+      to = {a.text.Mapped(flipped), a.plain};
       std::ranges::transform(to.plain, to.plain.begin(), flipped);
     }
     for (const Pair* const pair : {&to, &a, &b}) ASSERT_EQ(pair->text.Bytes(), pair->plain) << step;

@@ -1,33 +1,24 @@
 #include "log/decode_word.h"
 
-#include <cstddef>
-#include <cstdint>
-
 namespace quorvel::mGlobals {
 
 namespace {
 
-constexpr void MirrorWithin(ByteTable& table, uint8_t first, uint8_t last) {
-  for (uint8_t byte = first; byte <= last; ++byte) {
-    table[byte] = static_cast<char>(first + (last - byte));
-  }
+// Without a table, so that the compiler mirrors 16 bytes at a time.
+constexpr char Mirrored(char byte) {
+  const auto within = [byte](char first, char last) { return byte >= first && byte <= last; };
+  if (within('a', 'z')) return static_cast<char>('a' + 'z' - byte);
+  if (within('A', 'Z')) return static_cast<char>('A' + 'Z' - byte);
+  if (within('0', '9')) return static_cast<char>('0' + '9' - byte);
+  return byte;
 }
-
-constexpr ByteTable MirrorTable() {
-  ByteTable table{};
-  for (size_t byte = 0; byte < table.size(); ++byte) table[byte] = static_cast<char>(byte);
-  MirrorWithin(table, 'a', 'z');
-  MirrorWithin(table, 'A', 'Z');
-  MirrorWithin(table, '0', '9');
-  return table;
-}
-
-constexpr ByteTable kMirror = MirrorTable();
 
 }  // namespace
 
 // UTF-8 has no letter and no digit among the bytes of a longer character, so each byte can be
 // mirrored alone.
-Text mDecodeWordReverse(const Text& text) { return text.Mapped(kMirror); }
+Text mDecodeWordReverse(const Text& text) {
+  return text.Mapped([](char byte) { return Mirrored(byte); });
+}
 
 }  // namespace quorvel::mGlobals

@@ -20,8 +20,8 @@ using InterfaceIndex = uint32_t;
 /// A point in time on a clock that never jumps.
 using SteadyTime = std::chrono::steady_clock::time_point;
 
-/// A received datagram. `bytes` is a view into the `ReceiveBatch`.
-struct ReceivedBytes {
+/// All that the system tells of a received datagram beside the bytes.
+struct DatagramHead {
   Ipv4Address from = 0;
   uint16_t from_port = 0;
   /// The destination in the datagram's header; 0 where the system does not tell the destination.
@@ -33,6 +33,10 @@ struct ReceivedBytes {
   /// When the datagram came in, on a clock of the system; of use for differences of less than a
   /// second. 0 where the system does not tell.
   std::chrono::nanoseconds stamp{};
+};
+
+/// A received datagram. `bytes` is a view into the `ReceiveBatch`.
+struct ReceivedBytes : DatagramHead {
   std::string_view bytes;
 };
 
@@ -45,10 +49,9 @@ class ReceiveBatch {
   /// The room for the datagram `index`, 0 to 31.
   std::span<char> Slot(size_t index) { return {storage.get() + index * kMostBytes, kMostBytes}; }
   void Clear() { count = 0; }
-  /// Counts the next slot as received, with `length` bytes; `datagram` tells all but the bytes.
-  void Add(ReceivedBytes datagram, size_t length) {
-    datagram.bytes = {Slot(count).data(), length};
-    received[count] = datagram;
+  /// Counts the next slot as received, with `length` bytes.
+  void Add(const DatagramHead& head, size_t length) {
+    received[count] = {head, {Slot(count).data(), length}};
     ++count;
   }
   [[nodiscard]] std::span<const ReceivedBytes> Received() const {

@@ -71,9 +71,8 @@ class ScriptedSockets : public SocketCalls {
     for (size_t i = 0; i < ReceiveBatch::kMostDatagrams && !arriving.empty(); ++i) {
       const auto& [from, bytes] = arriving.front();
       std::ranges::copy(bytes, batch.Slot(i).begin());
-      ReceivedBytes datagram = arrival;
-      datagram.from = from;
-      batch.Add(datagram, bytes.size());
+      arrival.from = from;
+      batch.Add(arrival, bytes.size());
       arriving.pop_front();
     }
     errno = EAGAIN;
@@ -88,7 +87,7 @@ class ScriptedSockets : public SocketCalls {
   std::function<void()> opens;
   std::deque<std::pair<Ipv4Address, std::string>> arriving;
   /// All but the senders and the bytes of the arriving datagrams.
-  ReceivedBytes arrival;
+  DatagramHead arrival;
   std::vector<Sent> sent;
   std::vector<Ipv4Address> joined, left;
   std::set<std::pair<Ipv4Address, InterfaceIndex>> memberships;

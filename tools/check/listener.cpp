@@ -66,14 +66,14 @@ void Listener::Event_Error(int32_t code) {
   if (IsConnected() && mJoinError == 0) mJoinError = code;
 }
 
-Listener::SentProbe* Listener::FindProbe(const ReceivedBytes& datagram) {
+Listener::SentProbe* Listener::FindProbe(const DatagramHead& datagram) {
   const auto probe = mProbes.find(datagram.interface);
   const bool found = probe != mProbes.end() && probe->second.port == datagram.from_port &&
                      IsOwnAddress(NetworkInterfaces(), datagram.from);
   return found ? &probe->second : nullptr;
 }
 
-void Listener::Heard(const ReceivedBytes& datagram) {
+void Listener::Heard(const DatagramHead& datagram) {
   if (auto* const probe = FindProbe(datagram)) {
     probe->came_back = true;
     return;

@@ -24,7 +24,7 @@ class Listener : public EasyUDPSocket {
   using EasyUDPSocket::Event_Error;
   void Event_Error(int32_t code) override;
   void Event_ReceivedMessage(const Text& from, int32_t command, const Text& data) override;
-  void Heard(const ReceivedBytes& datagram) override;
+  void Heard(const DatagramHead& datagram) override;
 
  private:
   struct SentProbe {
@@ -39,7 +39,7 @@ class Listener : public EasyUDPSocket {
   };
 
   void SendProbe(const NetworkInterface& interface);
-  [[nodiscard]] SentProbe* FindProbe(const ReceivedBytes& datagram);
+  [[nodiscard]] SentProbe* FindProbe(const DatagramHead& datagram);
   [[nodiscard]] InterfaceFacts Describe(const NetworkInterface& interface) const;
   [[nodiscard]] SenderFacts Describe(Ipv4Address address, const Sender& sender,
                                      const Interfaces& interfaces) const;

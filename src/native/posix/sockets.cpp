@@ -89,7 +89,7 @@ bool IsBroadcast([[maybe_unused]] const msghdr& message, const in_pktinfo& info)
 #endif
 }
 
-void NoteDestination(ReceivedBytes& datagram, const msghdr& message, const cmsghdr& part) {
+void NoteDestination(DatagramHead& datagram, const msghdr& message, const cmsghdr& part) {
   in_pktinfo info{};
   std::memcpy(&info, CMSG_DATA(&part), sizeof info);
   datagram.to = ntohl(info.ipi_addr.s_addr);
@@ -97,7 +97,7 @@ void NoteDestination(ReceivedBytes& datagram, const msghdr& message, const cmsgh
   datagram.broadcast = IsBroadcast(message, info);
 }
 
-void NoteTime([[maybe_unused]] ReceivedBytes& datagram, [[maybe_unused]] const cmsghdr& part) {
+void NoteTime([[maybe_unused]] DatagramHead& datagram, [[maybe_unused]] const cmsghdr& part) {
 #ifdef SO_TIMESTAMPNS
   if (part.cmsg_level != SOL_SOCKET || part.cmsg_type != SCM_TIMESTAMPNS) return;
   timespec time{};
@@ -106,8 +106,8 @@ void NoteTime([[maybe_unused]] ReceivedBytes& datagram, [[maybe_unused]] const c
 #endif
 }
 
-ReceivedBytes Describe(const Receiving& receiving, msghdr& message) {
-  ReceivedBytes datagram;
+DatagramHead Describe(const Receiving& receiving, msghdr& message) {
+  DatagramHead datagram;
   datagram.from = ntohl(receiving.sender.sin_addr.s_addr);
   datagram.from_port = ntohs(receiving.sender.sin_port);
   for (cmsghdr* part = CMSG_FIRSTHDR(&message); part != nullptr;

@@ -7,8 +7,7 @@ namespace quorvel {
 
 /// A datagram on the event loop's way to the program.
 struct Arrival {
-  /// All but the bytes: `head.bytes` is empty.
-  ReceivedBytes head;
+  DatagramHead head;
   SteadyTime at;
   Text data;
 };

@@ -39,6 +39,7 @@ std::vector<InterfaceIndex> GroupLinks::Look(const LinkNotices& notices) {
   if (!all) return {};
   auto changes = CompareLooks(mAll, *all, notices);
   mAll = std::move(*all);
+  mLastHeard = {};
   mIncomplete = false;
   mRenewed.insert(mRenewed.end(), changes.renewed.begin(), changes.renewed.end());
   return std::move(changes.lost);
@@ -97,11 +98,13 @@ void GroupLinks::LeaveOn(Ipv4Address group, InterfaceIndex interface, int& resul
   result = error;
 }
 
-void GroupLinks::Heard(Ipv4Address from, InterfaceIndex interface) {
-  if (!IsOwnAddress(mAll, from)) mQuiet[interface] = 0;
+void GroupLinks::Note(const Source& source) {
+  mLastHeard = source;
+  if (!IsOwnAddress(mAll, source.first)) mQuiet[source.second] = 0;
 }
 
 void GroupLinks::CountQuiet() {
+  mLastHeard = {};
   for (const auto& interface : mAll) {
     if (++mQuiet[interface.index] < kQuietCounts) continue;
     mQuiet[interface.index] = 0;

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <map>
+#include <string>
+#include <utility>
 #include <vector>
 
 #include "native/network_calls.h"
@@ -38,7 +40,10 @@ class GroupLinks {
 
   /// A datagram of a wanted group came in from `from` by `interface`. The host's own datagrams say
   /// nothing about the network.
-  void Heard(Ipv4Address from, InterfaceIndex interface);
+  void Heard(Ipv4Address from, InterfaceIndex interface) {
+    const Source source(from, interface);
+    if (source != mLastHeard) Note(source);
+  }
   /// Counts one period of time, and joins anew on interfaces that have been quiet for kQuietCounts
   /// periods: a switch that nobody asks forgets its members.
   void CountQuiet();
@@ -61,6 +66,9 @@ class GroupLinks {
 
  private:
   using JoinResults = std::map<InterfaceIndex, int>;
+  using Source = std::pair<Ipv4Address, InterfaceIndex>;
+
+  void Note(const Source& source);
 
   void Update(Ipv4Address group, JoinResults& joins);
   int TryJoin(Ipv4Address group, InterfaceIndex interface);
@@ -77,6 +85,8 @@ class GroupLinks {
   std::vector<InterfaceIndex> mRenewed;
   std::map<Ipv4Address, JoinResults> mGroups;
   std::map<InterfaceIndex, int> mQuiet;
+  /// The last source heard since the last look and the last count.
+  Source mLastHeard{};
   std::string mSendBy;
   /// The interface chosen for sends, and the interface last set; 0 for none.
   InterfaceIndex mChosen = 0;

@@ -115,14 +115,14 @@ Receiver::Share Receiver::TakeBatch() {
   return share;
 }
 
-void Receiver::KeepDatagram(ReceivedBytes datagram, SteadyTime at) {
-  const std::string_view bytes = std::exchange(datagram.bytes, {});
-  if (mWaitingBytes + sizeof(Received) + bytes.size() > kMostWaiting) {
+void Receiver::KeepDatagram(const ReceivedBytes& datagram, SteadyTime at) {
+  const size_t length = datagram.bytes.size();
+  if (mWaitingBytes + sizeof(Received) + length > kMostWaiting) {
     ++mDroppedHere;
     return;
   }
-  Keep(ReceivedDatagram{datagram, at, bytes.size()}).bytes += bytes;
-  mWaitingBytes += bytes.size();
+  Keep(ReceivedDatagram{datagram, at, length}).bytes += datagram.bytes;
+  mWaitingBytes += length;
 }
 
 // A failure that goes on waits only once.

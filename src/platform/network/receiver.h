@@ -16,8 +16,7 @@ namespace quorvel {
 
 /// A datagram that has been taken from the system: the next `length` bytes of the batch.
 struct ReceivedDatagram {
-  /// All but the bytes: `head.bytes` is empty.
-  ReceivedBytes head;
+  DatagramHead head;
   SteadyTime at;
   size_t length;
 };
@@ -89,7 +88,7 @@ class Receiver {
   Share TakeFullBatches();
   template <class Kind>
   ReceivedBatch& Keep(const Kind& received);
-  void KeepDatagram(ReceivedBytes datagram, SteadyTime at);
+  void KeepDatagram(const ReceivedBytes& datagram, SteadyTime at);
   void KeepFailure(int error);
   [[nodiscard]] const ReceiveFailure* LastFailure() const;
   [[nodiscard]] std::chrono::microseconds NextRest(std::chrono::microseconds rest,

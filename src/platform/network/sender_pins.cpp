@@ -40,6 +40,7 @@ SenderPins::Pin SenderPins::PinOf(const Arrival& arrival) {
 SenderPins::Pins::iterator SenderPins::Find(const Arrival& arrival) {
   while (!mPins.empty() && arrival.at - mPins.front().heard > kAge) Forget(mPins.begin());
   const uint64_t sender = SenderOf(arrival);
+  if (!mPins.empty() && mPins.back().sender == sender) return std::prev(mPins.end());
   const auto found = mBySender.find(sender);
   if (found != mBySender.end()) return found->second;
   if (mPins.size() == kMostPins) Forget(mPins.begin());

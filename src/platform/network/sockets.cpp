@@ -223,14 +223,15 @@ UDPSocket::Delivery UDPSocket::DeliverBatch() {
   if (!mReceiver) return Delivery::Nothing;
   const auto [batch, bytes] = mReceiver->Take();
   const Text all = Text::FromBytes(bytes);
+  const SenderPins::Deliver accept = Accepting();
   size_t offset = 0;
   for (const Received& received : batch) {
     if (const auto* const datagram = std::get_if<ReceivedDatagram>(&received)) {
-      Judge({datagram->head, datagram->at, all.ByteRange(offset, datagram->length)});
+      Judge({datagram->head, datagram->at, all.ByteRange(offset, datagram->length)}, accept);
       offset += datagram->length;
     }
     if (const auto* const lost = std::get_if<LostLink>(&received)) {
-      mPins.Unpin(lost->interface, Accepting());
+      mPins.Unpin(lost->interface, accept);
     }
     if (const auto* const failure = std::get_if<ReceiveFailure>(&received)) Fail(failure->error);
   }
@@ -245,8 +246,8 @@ void UDPSocket::Fail(int error) {
   Event_Error();
 }
 
-void UDPSocket::Judge(Arrival&& arrival) {
-  const ReceivedBytes& head = arrival.head;
+void UDPSocket::Judge(Arrival&& arrival, const SenderPins::Deliver& accept) {
+  const DatagramHead& head = arrival.head;
   const bool to_group = IsMulticast(head.to);
   if (head.broadcast || (to_group && !mLinks->Wants(head.to))) {
     ++mDrops.foreign;
@@ -254,7 +255,7 @@ void UDPSocket::Judge(Arrival&& arrival) {
     mLinks->Heard(head.from, head.interface);
     // Counts the datagram as a copy until the pins deliver the datagram.
     ++mDrops.doubles;
-    mPins.Judge(std::move(arrival), Accepting());
+    mPins.Judge(std::move(arrival), accept);
   } else {
     Accept(std::move(arrival));
   }
@@ -301,6 +302,6 @@ size_t UDPSocket::ReceiveBufferBytes() const {
   return IsConnected() ? Calls().ReceiveBufferBytes(mSocket) : 0;
 }
 
-void UDPSocket::Heard(const ReceivedBytes&) {}
+void UDPSocket::Heard(const DatagramHead&) {}
 
 }  // namespace quorvel

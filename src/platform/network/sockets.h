@@ -155,7 +155,7 @@ class UDPSocket : public SocketCore {
 
  protected:
   /// Called for each datagram that counts, before the datagram can be read.
-  virtual void Heard(const ReceivedBytes& datagram);
+  virtual void Heard(const DatagramHead& datagram);
 
  private:
   enum class Delivery : uint8_t { Nothing, Batch };
@@ -172,7 +172,7 @@ class UDPSocket : public SocketCore {
   void TakeAndDeliver();
   Delivery DeliverBatch();
   void Fail(int error);
-  void Judge(Arrival&& arrival);
+  void Judge(Arrival&& arrival, const SenderPins::Deliver& accept);
   void Accept(Arrival&& arrival);
   SenderPins::Deliver Accepting();
 

@@ -21,43 +21,22 @@ size_t Dictionary::Hash::operator()(std::string_view key) const {
   return hash ^ (hash >> 29);
 }
 
-size_t& Dictionary::RecentCell(const Text& key) const {
-  constexpr uintptr_t kLeastDistance = 16;  // of two buffers
-  return mRecent[reinterpret_cast<uintptr_t>(key.Bytes().data()) / kLeastDistance % mRecent.size()];
-}
-
-const Dictionary::Entry* Dictionary::Find(const Text& key) const {
-  if (mEntries.empty()) return nullptr;
-  size_t& recent_index = RecentCell(key);
-  const Entry& recent = mEntries[recent_index];
-  const std::string_view bytes = recent.key.Bytes();
-  if (key.Bytes().data() == bytes.data() && key.Bytes().size() == bytes.size()) return &recent;
+const Dictionary::Entry* Dictionary::Search(const Text& key) const {
   const auto found = mIndexOf.find(key.Bytes());
   if (found == mIndexOf.end()) return nullptr;
-  recent_index = found->second;
-  return &mEntries[recent_index];
+  RecentCell(key) = found->second;
+  return &mEntries[found->second];
 }
 
-Dictionary::Entry& Dictionary::FindOrAdd(const Text& key) {
-  if (const auto* const found = Find(key)) return const_cast<Entry&>(*found);
+Dictionary::Entry& Dictionary::Add(const Text& key) {
   mIndexOf.emplace(key.Bytes(), mEntries.size());
   return mEntries.emplace_back(Entry{Count(), key, {}});
 }
-
-bool Dictionary::HasKey(const Text& key) const { return Find(key) != nullptr; }
 
 Text Dictionary::Value(const Text& key) const {
   const Entry* const entry = Find(key);
   if (entry == nullptr) throw KeyNotFoundException("No value under that key.");
   return entry->value;
-}
-
-void Dictionary::Value(const Text& key, const Text& value) { FindOrAdd(key).value = value; }
-
-int32_t Dictionary::Append(const Text& key, const Text& tail) {
-  Entry& entry = FindOrAdd(key);
-  entry.value += tail;
-  return entry.index;
 }
 
 Text Dictionary::Lookup(const Text& key, const Text& fallback) const {

@@ -3,9 +3,10 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <deque>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
+#include <vector>
 
 #include "platform/values/text.h"
 
@@ -18,14 +19,18 @@ class Dictionary {
   [[nodiscard]] int32_t Count() const { return static_cast<int32_t>(mEntries.size()); }
   /// The key at `index`, from 0. Raises `OutOfBoundsException` for an index without a key.
   [[nodiscard]] Text Key(int32_t index) const;
-  [[nodiscard]] bool HasKey(const Text& key) const;
+  [[nodiscard]] bool HasKey(const Text& key) const { return Find(key) != nullptr; }
   /// Raises `KeyNotFoundException` when the dictionary does not have the key.
   [[nodiscard]] Text Value(const Text& key) const;
   /// Assigns the value. A new key comes after all other keys.
-  void Value(const Text& key, const Text& value);
+  void Value(const Text& key, Text value) { FindOrAdd(key).value = std::move(value); }
   /// Joins `tail` to the end of the key's value, empty for a new key, without a second copy of the
   /// value. Returns the index of the key.
-  int32_t Append(const Text& key, const Text& tail);
+  int32_t Append(const Text& key, const Text& tail) {
+    Entry& entry = FindOrAdd(key);
+    entry.value += tail;
+    return entry.index;
+  }
   /// The value of `key`, or `fallback` when the dictionary does not have the key.
   [[nodiscard]] Text Lookup(const Text& key, const Text& fallback) const;
 
@@ -39,11 +44,24 @@ class Dictionary {
   struct Hash {
     size_t operator()(std::string_view key) const;
   };
-  [[nodiscard]] size_t& RecentCell(const Text& key) const;
-  [[nodiscard]] const Entry* Find(const Text& key) const;
-  Entry& FindOrAdd(const Text& key);
+  [[nodiscard]] size_t& RecentCell(const Text& key) const {
+    constexpr uintptr_t kLeastDistance = 16;  // of two buffers
+    const auto address = reinterpret_cast<uintptr_t>(key.Bytes().data());
+    return mRecent[address / kLeastDistance % mRecent.size()];
+  }
+  [[nodiscard]] const Entry* Find(const Text& key) const {
+    const size_t recent = RecentCell(key);
+    const bool found = recent < mEntries.size() && mEntries[recent].key.IsSameViewAs(key);
+    return found ? &mEntries[recent] : Search(key);
+  }
+  [[nodiscard]] const Entry* Search(const Text& key) const;
+  Entry& FindOrAdd(const Text& key) {
+    const Entry* const found = Find(key);
+    return found != nullptr ? const_cast<Entry&>(*found) : Add(key);
+  }
+  Entry& Add(const Text& key);
 
-  std::deque<Entry> mEntries;
+  std::vector<Entry> mEntries;
   // Entries of the last accesses, each in the cell of the address of the key's bytes: copies of one
   // key are often asked for, and are found without a look at their bytes.
   mutable std::array<size_t, 256> mRecent{};

@@ -14,8 +14,6 @@ namespace {
 // The size of the smallest buffer in reserved memory.
 constexpr size_t kReserved = size_t{1} << 20;
 
-constexpr size_t kUnrolled = 8;
-
 std::span<char> Room(size_t size) {
   if (size >= kReserved) return ReserveMemory(size);
   auto* const room = static_cast<char*>(std::malloc(size));
@@ -24,7 +22,7 @@ std::span<char> Room(size_t size) {
 
 }  // namespace
 
-SharedBytes::Buffer* SharedBytes::Make(size_t capacity) {
+SharedBytes::Buffer* SharedBytes::MakeInNewMemory(size_t capacity) {
   const auto room = Room(sizeof(Buffer) + capacity);
   if (room.empty()) throw std::bad_alloc();
   auto* const buffer = new (room.data()) Buffer;
@@ -32,7 +30,7 @@ SharedBytes::Buffer* SharedBytes::Make(size_t capacity) {
   return buffer;
 }
 
-void SharedBytes::Free(Buffer* buffer) {
+void SharedBytes::Release(Buffer* buffer) {
   const size_t size = sizeof(Buffer) + buffer->capacity;
   if (size < kReserved) {
     std::free(buffer);
@@ -46,21 +44,6 @@ SharedBytes SharedBytes::Copy(std::string_view bytes) {
   Buffer* const buffer = Make(bytes.size());
   buffer->Append(bytes);
   return {buffer, {buffer->Data(), bytes.size()}};
-}
-
-SharedBytes SharedBytes::Mapped(std::string_view bytes, const ByteTable& table) {
-  if (bytes.empty()) return {};
-  Buffer* const buffer = Make(bytes.size());
-  char* const mapped = buffer->Data();
-  const auto map = [&](size_t i) { mapped[i] = table[static_cast<unsigned char>(bytes[i])]; };
-  // The compiler unrolls the inner loop, which takes half the time.
-  size_t i = 0;
-  for (; i + kUnrolled <= bytes.size(); i += kUnrolled) {
-    for (size_t k = 0; k < kUnrolled; ++k) map(i + k);
-  }
-  for (; i < bytes.size(); ++i) map(i);
-  buffer->used = bytes.size();
-  return {buffer, {mapped, bytes.size()}};
 }
 
 void SharedBytes::AppendToCopy(std::string_view tail) {

@@ -1,15 +1,12 @@
 #pragma once
 
-#include <array>
+#include <algorithm>
 #include <cstddef>
 #include <cstring>
 #include <string_view>
 #include <utility>
 
 namespace quorvel {
-
-/// A byte for each of the 256 bytes.
-using ByteTable = std::array<char, 256>;
 
 /// How far a walk through the characters of a run of bytes has come.
 struct Walk {
@@ -48,8 +45,15 @@ class SharedBytes {
 
   /// A copy of `bytes` in a new buffer.
   static SharedBytes Copy(std::string_view bytes);
-  /// A copy in which `table` gives the byte in the stead of each byte.
-  static SharedBytes Mapped(std::string_view bytes, const ByteTable& table);
+  /// A copy with `map(byte)` in the stead of each byte.
+  template <class Map>
+  static SharedBytes Mapped(std::string_view bytes, const Map& map) {
+    if (bytes.empty()) return {};
+    Buffer* const buffer = Make(bytes.size());
+    std::transform(bytes.begin(), bytes.end(), buffer->Data(), map);
+    buffer->used = bytes.size();
+    return {buffer, {buffer->Data(), bytes.size()}};
+  }
 
   [[nodiscard]] std::string_view View() const { return mView; }
   /// The last walk through the bytes of this value, or a new walk. The buffer keeps the last walk
@@ -107,9 +111,28 @@ class SharedBytes {
   // stream cut at the front does not keep the delivered bytes in memory. Small buffers are exempt.
   static constexpr size_t kSparse = 4;
   static constexpr size_t kSmallBuffer = 4096;
+  static constexpr size_t kShort = 128;
 
-  static Buffer* Make(size_t capacity);
-  static void Free(Buffer* buffer);
+  // A short text that lives for a moment, such as a line on its way, takes the memory of the last
+  // such text.
+  static Buffer* Make(size_t capacity) {
+    if (capacity > kShort) return MakeInNewMemory(capacity);
+    if (sSpare == nullptr) return MakeInNewMemory(kShort);
+    Buffer* const buffer = std::exchange(sSpare, nullptr);
+    buffer->references = 1;
+    buffer->used = 0;
+    buffer->last_walk = {};
+    return buffer;
+  }
+  static void Free(Buffer* buffer) {
+    if (buffer->capacity == kShort && sSpare == nullptr) {
+      sSpare = buffer;
+    } else {
+      Release(buffer);
+    }
+  }
+  static Buffer* MakeInNewMemory(size_t capacity);
+  static void Release(Buffer* buffer);
   SharedBytes(Buffer* adopted, std::string_view view) : mBuffer(adopted), mView(view) {}
 
   [[nodiscard]] bool TakesInPlace(std::string_view tail) {
@@ -124,6 +147,8 @@ class SharedBytes {
     return true;
   }
   void AppendToCopy(std::string_view tail);
+
+  static inline Buffer* sSpare = nullptr;
 
   Buffer* mBuffer = nullptr;
   std::string_view mView;

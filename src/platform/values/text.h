@@ -55,13 +55,18 @@ class Text {
   /// The same bytes with another mark.
   [[nodiscard]] Text WithEncoding(TextEncoding encoding) const { return Text(mBytes, encoding); }
 
+  /// Whether both texts are views of the same bytes in memory.
+  [[nodiscard]] bool IsSameViewAs(const Text& other) const {
+    return Bytes().data() == other.Bytes().data() && Bytes().size() == other.Bytes().size();
+  }
   /// Whether this text begins with all bytes of `prefix`. Takes constant time when this text was
   /// made by joining to the end of `prefix` in the same buffer.
   [[nodiscard]] bool Extends(const Text& prefix) const;
 
-  /// The text with the byte that `table` gives in the stead of each byte.
-  [[nodiscard]] Text Mapped(const ByteTable& table) const {
-    return Text(SharedBytes::Mapped(Bytes(), table), mEncoding);
+  /// The text with `map(byte)` in the stead of each byte.
+  template <class Map>
+  [[nodiscard]] Text Mapped(const Map& map) const {
+    return Text(SharedBytes::Mapped(Bytes(), map), mEncoding);
   }
 
   /// The same text, without the memory of a much longer text of which this text was a part.
