@@ -197,7 +197,8 @@ class Pins : public testing::Test {
     arrival.at = SteadyTime(at);
     arrival.head.stamp = at;
     arrival.data = Text::FromBytes(text);
-    mPins.Judge(std::move(arrival), mDeliver);
+    const auto verdict = mPins.Judge(arrival, mDeliver);
+    if (verdict == SenderPins::Verdict::Original) mDeliver(std::move(arrival));
     return std::exchange(mDelivered, {});
   }
   struct Copy {

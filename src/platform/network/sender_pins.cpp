@@ -10,26 +10,18 @@ namespace {
 // How many times nearer one of two originals is to a copy, for the copy to belong to it clearly.
 constexpr int kClearly = 4;
 
-uint64_t SenderOf(const Arrival& arrival) {
-  return uint64_t{arrival.head.from} << 16 | arrival.head.from_port;
-}
-
 }  // namespace
 
-void SenderPins::Judge(Arrival&& arrival, const Deliver& deliver) {
+SenderPins::Verdict SenderPins::Search(Arrival& arrival, const Deliver& deliver) {
   const auto pin = Find(arrival);
   while (!mHeld.empty() && arrival.at - mHeld.front().at > kHold) mHeld.pop_front();
   if (pin->interface != arrival.head.interface) {
-    if (arrival.at - pin->heard <= kHold) {
-      TakeCopy(*pin, std::move(arrival));
-      return;
-    }
+    if (arrival.at - pin->heard <= kHold) return TakeCopy(*pin, std::move(arrival));
     Release(*pin, deliver);
     *pin = PinOf(arrival);
   }
-  TakeOriginal(*pin, arrival);
   mPins.splice(mPins.end(), mPins, pin);
-  deliver(std::move(arrival));
+  return TakeOriginal(*pin, arrival);
 }
 
 SenderPins::Pin SenderPins::PinOf(const Arrival& arrival) {
@@ -40,7 +32,6 @@ SenderPins::Pin SenderPins::PinOf(const Arrival& arrival) {
 SenderPins::Pins::iterator SenderPins::Find(const Arrival& arrival) {
   while (!mPins.empty() && arrival.at - mPins.front().heard > kAge) Forget(mPins.begin());
   const uint64_t sender = SenderOf(arrival);
-  if (!mPins.empty() && mPins.back().sender == sender) return std::prev(mPins.end());
   const auto found = mBySender.find(sender);
   if (found != mBySender.end()) return found->second;
   if (mPins.size() == kMostPins) Forget(mPins.begin());
@@ -48,7 +39,7 @@ SenderPins::Pins::iterator SenderPins::Find(const Arrival& arrival) {
 }
 
 // A copy between two originals belongs to the nearer original.
-void SenderPins::TakeOriginal(Pin& pin, const Arrival& arrival) {
+SenderPins::Verdict SenderPins::TakeOriginal(Pin& pin, const Arrival& arrival) {
   if (pin.copies == 1) {
     const auto after_original = pin.copy_stamp - pin.original_stamp;
     const auto before_original = arrival.head.stamp - pin.copy_stamp;
@@ -57,19 +48,19 @@ void SenderPins::TakeOriginal(Pin& pin, const Arrival& arrival) {
   }
   if (pin.copies > 0) Release(pin, [](Arrival&&) {});
   pin.copies = 0;
-  pin.heard = arrival.at;
-  pin.original_stamp = arrival.head.stamp;
+  return Note(pin, arrival);
 }
 
-void SenderPins::TakeCopy(Pin& pin, Arrival&& arrival) {
+SenderPins::Verdict SenderPins::TakeCopy(Pin& pin, Arrival&& arrival) {
   if (pin.other == 0) pin.other = arrival.head.interface;
-  if (pin.other != arrival.head.interface) return;
+  if (pin.other != arrival.head.interface) return Verdict::Copy;
   pin.copy_stamp = arrival.head.stamp;
   const bool is_of_last_original = ++pin.copies == 1 && !pin.copy_comes_first;
-  if (is_of_last_original) return;
+  if (is_of_last_original) return Verdict::Copy;
   if (mHeld.size() == kMostHeld) mHeld.pop_front();
   arrival.data = arrival.data.Compact();
   mHeld.push_back(std::move(arrival));
+  return Verdict::Copy;
 }
 
 void SenderPins::Release(const Pin& pin, const Deliver& deliver) {

@@ -21,16 +21,20 @@ namespace quorvel {
 class SenderPins {
  public:
   using Deliver = std::function<void(Arrival&&)>;
+  enum class Verdict : uint8_t { Original, Copy };
 
   static constexpr std::chrono::seconds kHold{1};
   static constexpr std::chrono::minutes kAge{10};
   static constexpr size_t kMostPins = 65536;
   static constexpr size_t kMostHeld = 1000;
 
-  /// Calls `deliver` with the arrival unless the arrival is a copy. When the pinned interface has
-  /// not brought the sender in for more than a second, the pin moves to the arrival's interface,
-  /// and copies that are held come first. Arrivals come in the order of their times.
-  void Judge(Arrival&& arrival, const Deliver& deliver);
+  /// Tells whether the arrival is an original, which the caller then delivers, or a copy, which
+  /// these pins then take. When the pinned interface has not brought the sender in for more than a
+  /// second, the pin moves to the arrival's interface, and `deliver` is called with copies that are
+  /// held. Arrivals come in the order of their times.
+  [[nodiscard]] Verdict Judge(Arrival& arrival, const Deliver& deliver) {
+    return IsNextOfLast(arrival) ? Note(mPins.back(), arrival) : Search(arrival, deliver);
+  }
   /// Unpins the senders of an interface that has lost the link, or is gone, and calls `deliver`
   /// with their copies that are held.
   void Unpin(InterfaceIndex interface, const Deliver& deliver);
@@ -52,10 +56,26 @@ class SenderPins {
   };
   using Pins = std::list<Pin>;
 
+  static uint64_t SenderOf(const Arrival& arrival) {
+    return uint64_t{arrival.head.from} << 16 | arrival.head.from_port;
+  }
   static Pin PinOf(const Arrival& arrival);
+  // Whether the arrival is the next original of the sender heard last, with no copy in between.
+  [[nodiscard]] bool IsNextOfLast(const Arrival& arrival) const {
+    if (mPins.empty() || !mHeld.empty()) return false;
+    const Pin& last = mPins.back();
+    return last.sender == SenderOf(arrival) && last.interface == arrival.head.interface &&
+           last.copies == 0;
+  }
+  static Verdict Note(Pin& pin, const Arrival& arrival) {
+    pin.heard = arrival.at;
+    pin.original_stamp = arrival.head.stamp;
+    return Verdict::Original;
+  }
+  Verdict Search(Arrival& arrival, const Deliver& deliver);
   Pins::iterator Find(const Arrival& arrival);
-  void TakeOriginal(Pin& pin, const Arrival& arrival);
-  void TakeCopy(Pin& pin, Arrival&& arrival);
+  Verdict TakeOriginal(Pin& pin, const Arrival& arrival);
+  Verdict TakeCopy(Pin& pin, Arrival&& arrival);
   void Release(const Pin& pin, const Deliver& deliver);
   void Forget(Pins::iterator pin);
 

@@ -223,15 +223,15 @@ UDPSocket::Delivery UDPSocket::DeliverBatch() {
   if (!mReceiver) return Delivery::Nothing;
   const auto [batch, bytes] = mReceiver->Take();
   const Text all = Text::FromBytes(bytes);
-  const SenderPins::Deliver accept = Accepting();
+  const SenderPins::Deliver accept_copy = AcceptingCopies();
   size_t offset = 0;
   for (const Received& received : batch) {
     if (const auto* const datagram = std::get_if<ReceivedDatagram>(&received)) {
-      Judge({datagram->head, datagram->at, all.ByteRange(offset, datagram->length)}, accept);
+      Judge({datagram->head, datagram->at, all.ByteRange(offset, datagram->length)}, accept_copy);
       offset += datagram->length;
     }
     if (const auto* const lost = std::get_if<LostLink>(&received)) {
-      mPins.Unpin(lost->interface, accept);
+      mPins.Unpin(lost->interface, accept_copy);
     }
     if (const auto* const failure = std::get_if<ReceiveFailure>(&received)) Fail(failure->error);
   }
@@ -246,22 +246,25 @@ void UDPSocket::Fail(int error) {
   Event_Error();
 }
 
-void UDPSocket::Judge(Arrival&& arrival, const SenderPins::Deliver& accept) {
+void UDPSocket::Judge(Arrival&& arrival, const SenderPins::Deliver& accept_copy) {
   const DatagramHead& head = arrival.head;
   const bool to_group = IsMulticast(head.to);
   if (head.broadcast || (to_group && !mLinks->Wants(head.to))) {
     ++mDrops.foreign;
   } else if (to_group) {
     mLinks->Heard(head.from, head.interface);
-    // Counts the datagram as a copy until the pins deliver the datagram.
-    ++mDrops.doubles;
-    mPins.Judge(std::move(arrival), accept);
+    if (mPins.Judge(arrival, accept_copy) == SenderPins::Verdict::Original) {
+      Accept(std::move(arrival));
+    } else {
+      ++mDrops.doubles;
+    }
   } else {
     Accept(std::move(arrival));
   }
 }
 
-SenderPins::Deliver UDPSocket::Accepting() {
+// A copy turns out to be the only datagram.
+SenderPins::Deliver UDPSocket::AcceptingCopies() {
   return [this](Arrival&& arrival) {
     --mDrops.doubles;
     Accept(std::move(arrival));

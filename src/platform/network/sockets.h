@@ -172,9 +172,9 @@ class UDPSocket : public SocketCore {
   void TakeAndDeliver();
   Delivery DeliverBatch();
   void Fail(int error);
-  void Judge(Arrival&& arrival, const SenderPins::Deliver& accept);
+  void Judge(Arrival&& arrival, const SenderPins::Deliver& accept_copy);
   void Accept(Arrival&& arrival);
-  SenderPins::Deliver Accepting();
+  SenderPins::Deliver AcceptingCopies();
 
   bool mSendOnly = false;
   bool mSendToSelf = true;

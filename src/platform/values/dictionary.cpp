@@ -6,12 +6,8 @@
 
 namespace quorvel {
 
-Text Dictionary::Key(int32_t index) const {
-  if (index < 0 || index >= Count()) throw OutOfBoundsException("No key at that index.");
-  const Text& key = mEntries[static_cast<size_t>(index)].key;
-  RecentCell(key) = static_cast<size_t>(index);
-  return key;
-}
+void Dictionary::RaiseOutOfBounds() { throw OutOfBoundsException("No key at that index."); }
+void Dictionary::RaiseKeyNotFound() { throw KeyNotFoundException("No value under that key."); }
 
 size_t Dictionary::Hash::operator()(std::string_view key) const {
   constexpr size_t kPrime = 1099511628211U;
@@ -31,12 +27,6 @@ const Dictionary::Entry* Dictionary::Search(const Text& key) const {
 Dictionary::Entry& Dictionary::Add(const Text& key) {
   mIndexOf.emplace(key.Bytes(), mEntries.size());
   return mEntries.emplace_back(Entry{Count(), key, {}});
-}
-
-Text Dictionary::Value(const Text& key) const {
-  const Entry* const entry = Find(key);
-  if (entry == nullptr) throw KeyNotFoundException("No value under that key.");
-  return entry->value;
 }
 
 Text Dictionary::Lookup(const Text& key, const Text& fallback) const {

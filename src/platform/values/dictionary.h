@@ -18,10 +18,19 @@ class Dictionary {
  public:
   [[nodiscard]] int32_t Count() const { return static_cast<int32_t>(mEntries.size()); }
   /// The key at `index`, from 0. Raises `OutOfBoundsException` for an index without a key.
-  [[nodiscard]] Text Key(int32_t index) const;
+  [[nodiscard]] Text Key(int32_t index) const {
+    if (index < 0 || index >= Count()) RaiseOutOfBounds();
+    const Text& key = mEntries[static_cast<size_t>(index)].key;
+    RecentCell(key) = static_cast<size_t>(index);
+    return key;
+  }
   [[nodiscard]] bool HasKey(const Text& key) const { return Find(key) != nullptr; }
   /// Raises `KeyNotFoundException` when the dictionary does not have the key.
-  [[nodiscard]] Text Value(const Text& key) const;
+  [[nodiscard]] Text Value(const Text& key) const {
+    const Entry* const entry = Find(key);
+    if (entry == nullptr) RaiseKeyNotFound();
+    return entry->value;
+  }
   /// Assigns the value. A new key comes after all other keys.
   void Value(const Text& key, Text value) { FindOrAdd(key).value = std::move(value); }
   /// Joins `tail` to the end of the key's value, empty for a new key, without a second copy of the
@@ -44,6 +53,8 @@ class Dictionary {
   struct Hash {
     size_t operator()(std::string_view key) const;
   };
+  [[noreturn]] static void RaiseOutOfBounds();
+  [[noreturn]] static void RaiseKeyNotFound();
   [[nodiscard]] size_t& RecentCell(const Text& key) const {
     constexpr uintptr_t kLeastDistance = 16;  // of two buffers
     const auto address = reinterpret_cast<uintptr_t>(key.Bytes().data());

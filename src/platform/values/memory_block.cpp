@@ -26,13 +26,8 @@ void MemoryBlock::Long(int32_t offset, int32_t value) {
   std::memcpy(OwnBytes().data() + offset, &stored, sizeof stored);
 }
 
-Text MemoryBlock::StringValue(int32_t offset, int32_t length) const {
-  if (offset < 0 || offset >= mSize || length <= 0) return {};
-  const auto start = static_cast<size_t>(offset);
-  const auto count = static_cast<size_t>(std::min(length, mSize - offset));
-  if (!mShared.IsEmpty()) return mShared.ByteRange(start, count);
-  if (mOwn.empty()) return Text::FromBytes(std::string(count, '\0'));
-  return Text::FromBytes(Bytes().substr(start, count));
+Text MemoryBlock::OwnText(size_t start, size_t count) const {
+  return Text::FromBytes(mOwn.empty() ? std::string(count, '\0') : mOwn.substr(start, count));
 }
 
 // Writes `length` bytes: the text, then bytes of 0.

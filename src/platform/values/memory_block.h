@@ -1,6 +1,7 @@
 #pragma once
 
 #include <bit>
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <limits>
@@ -38,14 +39,20 @@ class MemoryBlock {
 
   /// `length` bytes from `offset` on, or fewer at the end of the block, as a text without an
   /// encoding mark. Empty when `offset` lies outside of the block or `length` is negative.
-  [[nodiscard]] Text StringValue(int32_t offset, int32_t length) const;
+  [[nodiscard]] Text StringValue(int32_t offset, int32_t length) const {
+    if (offset < 0 || offset >= mSize || length <= 0) return {};
+    const auto start = static_cast<size_t>(offset);
+    const auto count = static_cast<size_t>(length < mSize - offset ? length : mSize - offset);
+    if (mShared.IsEmpty()) return OwnText(start, count);
+    return mShared.ByteRange(start, count).WithEncoding(TextEncoding::None);
+  }
   /// Writes the first `length` bytes of `text`; a shorter text is padded with bytes of 0. Raises
   /// `OutOfBoundsException` when `length` bytes do not fit there.
   void StringValue(int32_t offset, int32_t length, const Text& text) {
     Require(Fits(offset, length));
     const bool whole = length == mSize && text.Bytes().size() >= static_cast<size_t>(length);
     if (!whole) return Write(offset, text.ByteRange(0, static_cast<size_t>(length)), length);
-    mShared = text.ByteRange(0, static_cast<size_t>(length)).WithEncoding(TextEncoding::None);
+    mShared = text.ByteRange(0, static_cast<size_t>(length));
     mOwn.clear();
   }
 
@@ -68,6 +75,7 @@ class MemoryBlock {
   [[nodiscard]] std::string_view Bytes() const {
     return mOwn.empty() ? mShared.Bytes() : std::string_view(mOwn);
   }
+  [[nodiscard]] Text OwnText(size_t start, size_t count) const;
   std::string& OwnBytes();
   void Write(int32_t offset, const Text& text, int32_t length);
 

@@ -34,14 +34,19 @@ class SharedBytes {
   }
   SharedBytes(SharedBytes&& other) noexcept
       : mBuffer(std::exchange(other.mBuffer, nullptr)), mView(std::exchange(other.mView, {})) {}
-  SharedBytes& operator=(SharedBytes other) noexcept {
+  SharedBytes& operator=(const SharedBytes& other) {
+    if (other.mBuffer != nullptr) ++other.mBuffer->references;
+    Drop();
+    mBuffer = other.mBuffer;
+    mView = other.mView;
+    return *this;
+  }
+  SharedBytes& operator=(SharedBytes&& other) noexcept {
     std::swap(mBuffer, other.mBuffer);
     std::swap(mView, other.mView);
     return *this;
   }
-  ~SharedBytes() {
-    if (mBuffer != nullptr && --mBuffer->references == 0) Free(mBuffer);
-  }
+  ~SharedBytes() { Drop(); }
 
   /// A copy of `bytes` in a new buffer.
   static SharedBytes Copy(std::string_view bytes);
@@ -130,6 +135,9 @@ class SharedBytes {
     } else {
       Release(buffer);
     }
+  }
+  void Drop() {
+    if (mBuffer != nullptr && --mBuffer->references == 0) Free(mBuffer);
   }
   static Buffer* MakeInNewMemory(size_t capacity);
   static void Release(Buffer* buffer);

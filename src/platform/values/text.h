@@ -53,7 +53,10 @@ class Text {
     return Text(mBytes.Slice(offset, length < size - offset ? length : size - offset), mEncoding);
   }
   /// The same bytes with another mark.
-  [[nodiscard]] Text WithEncoding(TextEncoding encoding) const { return Text(mBytes, encoding); }
+  [[nodiscard]] Text WithEncoding(TextEncoding encoding) const& { return Text(mBytes, encoding); }
+  [[nodiscard]] Text WithEncoding(TextEncoding encoding) && {
+    return Text(std::move(mBytes), encoding);
+  }
 
   /// Whether both texts are views of the same bytes in memory.
   [[nodiscard]] bool IsSameViewAs(const Text& other) const {
@@ -74,19 +77,24 @@ class Text {
 
   /// Joins `tail` to the end of this text.
   Text& operator+=(const Text& tail) {
-    if (!IsEmpty()) return Join(tail.Bytes(), tail.mEncoding);
-    mBytes = tail.mBytes;
-    return Join({}, tail.mEncoding);
+    if (IsEmpty()) {
+      mBytes = tail.mBytes;
+    } else {
+      mBytes.Append(tail.Bytes());
+    }
+    return MarkLike(tail.mEncoding);
   }
   /// Joins a literal, without making a text of the literal first.
-  Text& operator+=(const char* utf8) { return Join(utf8, TextEncoding::UTF8); }
+  Text& operator+=(const char* utf8) {
+    mBytes.Append(utf8);
+    return MarkLike(TextEncoding::UTF8);
+  }
 
  private:
   Text(SharedBytes bytes, TextEncoding encoding) : mBytes(std::move(bytes)), mEncoding(encoding) {}
   [[nodiscard]] size_t OffsetOf(size_t index) const;
-  Text& Join(std::string_view tail, TextEncoding encoding) {
-    mBytes.Append(tail);
-    if (encoding == TextEncoding::UTF8) mEncoding = encoding;
+  Text& MarkLike(TextEncoding tail) {
+    if (tail == TextEncoding::UTF8) mEncoding = tail;
     return *this;
   }
 

@@ -46,18 +46,6 @@ std::vector<Ref<Window>>& OpenWindows() {
   return windows;
 }
 
-// The first open window of each class, with the class's name. The list is short.
-using ImplicitWindows = std::vector<std::pair<std::string, Ref<Window>>>;
-
-ImplicitWindows& _mImplicitWindowList() {
-  static ImplicitWindows windows;
-  return windows;
-}
-
-auto Implicit(std::string_view class_name) {
-  return std::ranges::find(_mImplicitWindowList(), class_name, &ImplicitWindows::value_type::first);
-}
-
 auto Listed(const Window& window) {
   return std::ranges::find_if(OpenWindows(), [&](const auto& open) { return &*open == &window; });
 }
@@ -140,12 +128,6 @@ void Window::_AddControl(const Text& name, const Ref<Object>& object) {
   if (!control) return;
   _mControlList.push_back(control);
   control->_Attach(*mNative);
-}
-
-Ref<Object> Window::_Control(std::string_view name) const {
-  const auto found = std::ranges::find_if(
-      _mControls, [&](const auto& entry) { return entry.first.Bytes() == name; });
-  return found == _mControls.end() ? Nil : found->second;
 }
 
 void Window::ReleaseControls() {
@@ -231,10 +213,6 @@ void Window::OnMouseReleased(native::Point point) {
   });
 }
 
-Ref<Object> RuntimeWindowControlByName(const Window& window, std::string_view name) {
-  return window._Control(name);
-}
-
 namespace _WindowSupport {
 
 std::vector<Ref<Window>> Windows() { return OpenWindows(); }
@@ -243,8 +221,8 @@ Ref<Window> Front() { return OpenWindows().empty() ? Nil : OpenWindows().front()
 void Add(const Ref<Window>& window) {
   OpenWindows().insert(OpenWindows().begin(), window);
   const Text class_name = window->_ClassName();
-  if (Implicit(class_name.Bytes()) != _mImplicitWindowList().end()) return;
-  _mImplicitWindowList().emplace_back(class_name.Bytes(), window);
+  if (_GetImplicitWindow(class_name.Bytes())) return;
+  detail::_mImplicitWindowList.emplace_back(class_name.Bytes(), window);
 }
 
 void BringToFront(const Window& window) {
@@ -255,22 +233,15 @@ void BringToFront(const Window& window) {
 void Remove(const Window& window) {
   const auto listed = Listed(window);
   if (listed != OpenWindows().end()) OpenWindows().erase(listed);
-  const auto implicit = Implicit(window._ClassName().Bytes());
-  if (implicit != _mImplicitWindowList().end() && &*implicit->second == &window) {
-    _mImplicitWindowList().erase(implicit);
-  }
+  std::erase_if(detail::_mImplicitWindowList,
+                [&](const auto& implicit) { return &*implicit.second == &window; });
 }
 
 void ReleaseAll() {
   OpenWindows().clear();
-  _mImplicitWindowList().clear();
+  detail::_mImplicitWindowList.clear();
 }
 
 }  // namespace _WindowSupport
-
-Ref<Window> _GetImplicitWindow(std::string_view class_name) {
-  const auto found = Implicit(class_name);
-  return found == _mImplicitWindowList().end() ? Nil : found->second;
-}
 
 }  // namespace quorvel

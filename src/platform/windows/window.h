@@ -48,7 +48,12 @@ class Window : public Object, private native::WindowListener {
 
   /// Adds a control, or another `_PaneChild`, under its name.
   void _AddControl(const Text& name, const Ref<Object>& object);
-  [[nodiscard]] Ref<Object> _Control(std::string_view name) const;
+  [[nodiscard]] Ref<Object> _Control(std::string_view name) const {
+    for (const auto& [control_name, control] : _mControls) {
+      if (control_name.Bytes() == name) return control;
+    }
+    return Nil;
+  }
   /// Allocates an object for the window's code, which then calls its constructor. The object's
   /// life does not depend on the window's.
   template <class T>
@@ -121,7 +126,10 @@ inline void _SetProperties(Window& window, PropertySet properties) {
 }
 
 /// The control or timer of that name in the window, or Nil.
-[[nodiscard]] Ref<Object> RuntimeWindowControlByName(const Window& window, std::string_view name);
+[[nodiscard]] inline Ref<Object> RuntimeWindowControlByName(const Window& window,
+                                                            std::string_view name) {
+  return window._Control(name);
+}
 
 /// The open windows, the front one first.
 namespace _WindowSupport {
@@ -135,8 +143,18 @@ void Remove(const Window& window);
 void ReleaseAll();
 }  // namespace _WindowSupport
 
+namespace detail {
+/// The first open window of each class, with the class's full name. The list is short.
+inline std::vector<std::pair<std::string, Ref<Window>>> _mImplicitWindowList;
+}  // namespace detail
+
 /// The open window of the class with that full name, or Nil.
-[[nodiscard]] Ref<Window> _GetImplicitWindow(std::string_view class_name);
+[[nodiscard]] inline Ref<Window> _GetImplicitWindow(std::string_view class_name) {
+  for (const auto& [name, window] : detail::_mImplicitWindowList) {
+    if (name == class_name) return window;
+  }
+  return Nil;
+}
 
 /// The one window of class `W`, made and opened if there is none.
 template <class W>
