@@ -22,11 +22,12 @@ class RepeatingSockets final : public test::ScriptedSockets {
 
   bool Receive(int, ReceiveBatch& batch) override {
     batch.Clear();
+    arrival.to = joined.back();
+    arrival.interface = kCard;
     for (size_t i = 0; i < ReceiveBatch::kMostDatagrams && left > 0; ++i, --left) {
       std::memcpy(batch.Slot(i).data(), kPacket.data(), kPacket.size());
-      arrival.from = kFirstSender + static_cast<Ipv4Address>(left) % senders;
-      arrival.to = joined.back();
-      arrival.interface = kCard;
+      last_sender = last_sender + 1 < senders ? last_sender + 1 : 0;
+      arrival.from = kFirstSender + last_sender;
       batch.Add(arrival, kPacket.size());
     }
     errno = EAGAIN;
@@ -37,6 +38,8 @@ class RepeatingSockets final : public test::ScriptedSockets {
   int left = 0;
 
  private:
+  Ipv4Address last_sender = 0;
+
   static constexpr Ipv4Address kFirstSender = 0x0A000001;
   static constexpr InterfaceIndex kCard = 2;
   static constexpr std::string_view kPacket{"\0\0\0\x20\0\0\0\0Nziph: 0 lu 89, tllw dlip", 32};

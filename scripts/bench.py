@@ -311,7 +311,7 @@ def print_instructions(programs, folder):
             ["valgrind", "--tool=callgrind", f"--callgrind-out-file={folder}/callgrind",
              programs / "bench_scripted_messages", str(messages)], capture_output=True, text=True)
         return int(re.search(r"Collected : (\d+)", run.stderr)[1])
-    few, many = 10240, 51200
+    few, many = 51200, 204800
     if shutil.which("valgrind"):
         yield (f"{(collected(many) - collected(few)) / (many - few):,.0f} instructions a message from the "
                "datagram to the log, without a screen and without a network.")

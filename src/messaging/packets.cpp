@@ -82,6 +82,30 @@ bool EasyUDPSocket::Sweep() {
   return found;
 }
 
+inline bool EasyUDPSocket::WaitingForThisMessage(int32_t command, const Text& data,
+                                                 const Text& from) {
+  if (mWaitForThisCommand == kNoWait || mWaitForThisCommand != command) return false;
+  mCommandResponse = data;
+  mMessageFrom = from;
+  return true;
+}
+
+inline bool EasyUDPSocket::CheckForSingleMessage(const Text& from, const MemoryBlock& block,
+                                                 int32_t& consumed) {
+  if (block.Size() == 0) return false;
+  consumed = 0;
+  const int32_t packet_length = block.Long(kLengthOffset);
+  if (block.Size() < packet_length) return false;
+  const int32_t command = block.Long(kCommandOffset);
+  const Text data = block.StringValue(kHeaderSize, PayloadSize(packet_length));
+  if (!WaitingForThisMessage(command, data, from)) {
+    // A wait for a command drops the messages with other commands.
+    if (mWaitForThisCommand == kNoWait) Event_ReceivedMessage(from, command, data);
+  }
+  consumed = packet_length;
+  return true;
+}
+
 bool EasyUDPSocket::TakeMessage(int32_t index) {
   const Text from = mBuffers.Key(index);
   const Text buffer = mBuffers.Value(from);
@@ -107,22 +131,6 @@ void EasyUDPSocket::NoteIdleLook(int32_t index) {
   mIsStuck = true;
 }
 
-bool EasyUDPSocket::CheckForSingleMessage(const Text& from, const MemoryBlock& block,
-                                          int32_t& consumed) {
-  if (block.Size() == 0) return false;
-  consumed = 0;
-  const int32_t packet_length = block.Long(kLengthOffset);
-  if (block.Size() < packet_length) return false;
-  const int32_t command = block.Long(kCommandOffset);
-  const Text data = block.StringValue(kHeaderSize, PayloadSize(packet_length));
-  if (!WaitingForThisMessage(command, data, from)) {
-    // A wait for a command drops the messages with other commands.
-    if (mWaitForThisCommand == kNoWait) Event_ReceivedMessage(from, command, data);
-  }
-  consumed = packet_length;
-  return true;
-}
-
 std::vector<UnfinishedStream> EasyUDPSocket::Unfinished() const {
   std::vector<UnfinishedStream> unfinished;
   for (int32_t index = 0; index < mBuffers.Count(); ++index) {
@@ -135,13 +143,6 @@ std::vector<UnfinishedStream> EasyUDPSocket::Unfinished() const {
     }
   }
   return unfinished;
-}
-
-bool EasyUDPSocket::WaitingForThisMessage(int32_t command, const Text& data, const Text& from) {
-  if (mWaitForThisCommand == kNoWait || mWaitForThisCommand != command) return false;
-  mCommandResponse = data;
-  mMessageFrom = from;
-  return true;
 }
 
 }  // namespace quorvel

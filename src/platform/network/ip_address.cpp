@@ -47,6 +47,4 @@ Text FormatIpv4(Ipv4Address address) {
   return Text::FromBytes(dotted);
 }
 
-bool IsMulticast(Ipv4Address address) { return address >> 28 == 0xE; }
-
 }  // namespace quorvel

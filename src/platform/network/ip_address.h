@@ -13,6 +13,6 @@ namespace quorvel {
 /// The address as a dotted text, without leading zeros.
 [[nodiscard]] Text FormatIpv4(Ipv4Address address);
 /// Whether the address lies in 224.0.0.0/4, the addresses of multicast groups.
-[[nodiscard]] bool IsMulticast(Ipv4Address address);
+[[nodiscard]] constexpr bool IsMulticast(Ipv4Address address) { return address >> 28 == 0xE; }
 
 }  // namespace quorvel

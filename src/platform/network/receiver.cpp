@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cerrno>
 #include <system_error>
-#include <type_traits>
 #include <utility>
 
 namespace quorvel {
@@ -105,30 +104,50 @@ Receiver::Share Receiver::TakeBatch() {
     KeepFailure(error);
     return {0, 0, true};
   }
+  return KeepDatagrams();
+}
+
+Receiver::Share Receiver::KeepDatagrams() {
   Share share;
   const auto now = std::chrono::steady_clock::now();
+  ReceivedBatch* batch = nullptr;
   for (const ReceivedBytes& datagram : mBatch.Received()) {
+    const size_t length = datagram.bytes.size();
     ++share.datagrams;
-    share.bytes += datagram.bytes.size();
-    KeepDatagram(datagram, now);
+    share.bytes += length;
+    if (mWaitingBytes + sizeof(Received) + length > kMostWaiting) {
+      ++mDroppedHere;
+      continue;
+    }
+    if (batch == nullptr) batch = &BatchWithRoomFor(mBatch.Received().size());
+    batch->received.emplace_back(ReceivedDatagram{datagram, now, length});
+    batch->bytes += datagram.bytes;
+    mWaitingBytes += sizeof(Received) + length;
+    ++mWaiting;
   }
   return share;
 }
 
-void Receiver::KeepDatagram(const ReceivedBytes& datagram, SteadyTime at) {
-  const size_t length = datagram.bytes.size();
-  if (mWaitingBytes + sizeof(Received) + length > kMostWaiting) {
-    ++mDroppedHere;
-    return;
-  }
-  Keep(ReceivedDatagram{datagram, at, length}).bytes += datagram.bytes;
-  mWaitingBytes += length;
+// The newest batch, or a new batch behind a full batch and behind a failure, which comes alone.
+ReceivedBatch& Receiver::BatchWithRoomFor(size_t count) {
+  const bool full =
+      mQueue.empty() || mQueue.back().received.size() + count > kBatch || LastFailure() != nullptr;
+  if (full) mQueue.emplace_back().received.reserve(kBatch);
+  return mQueue.back();
+}
+
+// A failure finds room in no batch that holds something.
+void Receiver::KeepNote(const Received& note) {
+  const bool alone = std::holds_alternative<ReceiveFailure>(note);
+  BatchWithRoomFor(alone ? kBatch : 1).received.push_back(note);
+  mWaitingBytes += sizeof(Received);
+  ++mWaiting;
 }
 
 // A failure that goes on waits only once.
 void Receiver::KeepFailure(int error) {
   if (const auto* const last = LastFailure(); last == nullptr || last->error != error) {
-    Keep(ReceiveFailure{error});
+    KeepNote(ReceiveFailure{error});
   }
 }
 
@@ -137,23 +156,10 @@ const ReceiveFailure* Receiver::LastFailure() const {
   return mQueue.empty() ? nullptr : std::get_if<ReceiveFailure>(&mQueue.back().received.back());
 }
 
-template <class Kind>
-ReceivedBatch& Receiver::Keep(const Kind& received) {
-  const bool alone = std::is_same_v<Kind, ReceiveFailure> || LastFailure() != nullptr;
-  if (mQueue.empty() || alone || mQueue.back().received.size() == kBatch) {
-    mQueue.emplace_back().received.reserve(ReceiveBatch::kMostDatagrams);
-  }
-  ReceivedBatch& batch = mQueue.back();
-  batch.received.emplace_back(received);
-  mWaitingBytes += sizeof(Received);
-  ++mWaiting;
-  return batch;
-}
-
 void Receiver::NoteLostLink(InterfaceIndex interface) {
   {
     const std::lock_guard lock(mLock);
-    Keep(LostLink{interface});
+    KeepNote(LostLink{interface});
   }
   Tell(Urgency::Now);
 }

@@ -86,9 +86,9 @@ class Receiver {
   void Tell(Urgency urgency);
   Share TakeBatch();
   Share TakeFullBatches();
-  template <class Kind>
-  ReceivedBatch& Keep(const Kind& received);
-  void KeepDatagram(const ReceivedBytes& datagram, SteadyTime at);
+  ReceivedBatch& BatchWithRoomFor(size_t count);
+  Share KeepDatagrams();
+  void KeepNote(const Received& note);
   void KeepFailure(int error);
   [[nodiscard]] const ReceiveFailure* LastFailure() const;
   [[nodiscard]] std::chrono::microseconds NextRest(std::chrono::microseconds rest,

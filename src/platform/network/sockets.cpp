@@ -219,34 +219,12 @@ void UDPSocket::TakeAndDeliver() {
   DeliverBatch();
 }
 
-UDPSocket::Delivery UDPSocket::DeliverBatch() {
-  if (!mReceiver) return Delivery::Nothing;
-  const auto [batch, bytes] = mReceiver->Take();
-  const Text all = Text::FromBytes(bytes);
-  const SenderPins::Deliver accept_copy = AcceptingCopies();
-  size_t offset = 0;
-  for (const Received& received : batch) {
-    if (const auto* const datagram = std::get_if<ReceivedDatagram>(&received)) {
-      Judge({datagram->head, datagram->at, all.ByteRange(offset, datagram->length)}, accept_copy);
-      offset += datagram->length;
-    }
-    if (const auto* const lost = std::get_if<LostLink>(&received)) {
-      mPins.Unpin(lost->interface, accept_copy);
-    }
-    if (const auto* const failure = std::get_if<ReceiveFailure>(&received)) Fail(failure->error);
-  }
-  if (!mReceived.empty()) Event_DataAvailable();
-  mRead = Nil;  // keeps the bytes of the whole batch
-  return batch.empty() ? Delivery::Nothing : Delivery::Batch;
+inline void UDPSocket::Accept(Arrival&& arrival) {
+  Heard(arrival.head);
+  mReceived.push_back({arrival.head.from, std::move(arrival.data)});
 }
 
-void UDPSocket::Fail(int error) {
-  mReceiveError = error;
-  mLastErrorCode = error;
-  Event_Error();
-}
-
-void UDPSocket::Judge(Arrival&& arrival, const SenderPins::Deliver& accept_copy) {
+inline void UDPSocket::Judge(Arrival&& arrival, const SenderPins::Deliver& accept_copy) {
   const DatagramHead& head = arrival.head;
   const bool to_group = IsMulticast(head.to);
   if (head.broadcast || (to_group && !mLinks->Wants(head.to))) {
@@ -263,17 +241,39 @@ void UDPSocket::Judge(Arrival&& arrival, const SenderPins::Deliver& accept_copy)
   }
 }
 
+UDPSocket::Delivery UDPSocket::DeliverBatch() {
+  if (!mReceiver) return Delivery::Nothing;
+  const auto [batch, bytes] = mReceiver->Take();
+  const Text all = Text::FromBytes(bytes);
+  const SenderPins::Deliver accept_copy = AcceptingCopies();
+  size_t offset = 0;
+  for (const Received& received : batch) {
+    if (const auto* const datagram = std::get_if<ReceivedDatagram>(&received)) {
+      Judge({datagram->head, datagram->at, all.ByteRange(offset, datagram->length)}, accept_copy);
+      offset += datagram->length;
+    } else if (const auto* const lost = std::get_if<LostLink>(&received)) {
+      mPins.Unpin(lost->interface, accept_copy);
+    } else {
+      Fail(std::get<ReceiveFailure>(received).error);
+    }
+  }
+  if (!mReceived.empty()) Event_DataAvailable();
+  mRead = Nil;  // keeps the bytes of the whole batch
+  return batch.empty() ? Delivery::Nothing : Delivery::Batch;
+}
+
+void UDPSocket::Fail(int error) {
+  mReceiveError = error;
+  mLastErrorCode = error;
+  Event_Error();
+}
+
 // A copy turns out to be the only datagram.
 SenderPins::Deliver UDPSocket::AcceptingCopies() {
   return [this](Arrival&& arrival) {
     --mDrops.doubles;
     Accept(std::move(arrival));
   };
-}
-
-void UDPSocket::Accept(Arrival&& arrival) {
-  Heard(arrival.head);
-  mReceived.push_back({arrival.head.from, std::move(arrival.data)});
 }
 
 void UDPSocket::Poll() {

@@ -26,7 +26,7 @@ const Dictionary::Entry* Dictionary::Search(const Text& key) const {
 
 Dictionary::Entry& Dictionary::Add(const Text& key) {
   mIndexOf.emplace(key.Bytes(), mEntries.size());
-  return mEntries.emplace_back(Entry{Count(), key, {}});
+  return mEntries.emplace_back(Entry{key, {}});
 }
 
 Text Dictionary::Lookup(const Text& key, const Text& fallback) const {

@@ -38,14 +38,13 @@ class Dictionary {
   int32_t Append(const Text& key, const Text& tail) {
     Entry& entry = FindOrAdd(key);
     entry.value += tail;
-    return entry.index;
+    return static_cast<int32_t>(&entry - mEntries.data());
   }
   /// The value of `key`, or `fallback` when the dictionary does not have the key.
   [[nodiscard]] Text Lookup(const Text& key, const Text& fallback) const;
 
  private:
   struct Entry {
-    int32_t index;
     Text key;
     Text value;
   };

@@ -60,7 +60,7 @@ template <class T, class... Arguments>
 /// The same object as a `T`; Nil stays Nil. Raises `IllegalCastException` when the object is no
 /// `T`.
 template <class T, class U>
-[[nodiscard]] Ref<T> Cast(Ref<U> object) {
+[[nodiscard]] inline Ref<T> Cast(Ref<U> object) {
   auto shared = std::move(object).Shared();
   // An object of exactly this class takes no search through its bases.
   if constexpr (std::derived_from<T, U>) {

@@ -126,7 +126,7 @@ class SharedBytes {
     Buffer* const buffer = std::exchange(sSpare, nullptr);
     buffer->references = 1;
     buffer->used = 0;
-    buffer->last_walk = {};
+    buffer->last_walk.bytes = {};
     return buffer;
   }
   static void Free(Buffer* buffer) {

@@ -64,11 +64,6 @@ Text Text::Characters(size_t index, size_t count) const {
   return ByteRange(start, OffsetOf(index + count) - start);
 }
 
-bool Text::Extends(const Text& prefix) const {
-  if (Bytes().size() < prefix.Bytes().size()) return false;
-  return mBytes.StartsWhere(prefix.mBytes) || Bytes().starts_with(prefix.Bytes());
-}
-
 bool operator==(const Text& left, const Text& right) {
   return std::ranges::equal(left.Bytes(), right.Bytes(), {}, FoldAscii, FoldAscii);
 }

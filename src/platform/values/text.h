@@ -64,7 +64,10 @@ class Text {
   }
   /// Whether this text begins with all bytes of `prefix`. Takes constant time when this text was
   /// made by joining to the end of `prefix` in the same buffer.
-  [[nodiscard]] bool Extends(const Text& prefix) const;
+  [[nodiscard]] bool Extends(const Text& prefix) const {
+    if (Bytes().size() < prefix.Bytes().size()) return false;
+    return mBytes.StartsWhere(prefix.mBytes) || Bytes().starts_with(prefix.Bytes());
+  }
 
   /// The text with `map(byte)` in the stead of each byte.
   template <class Map>
