@@ -1,7 +1,6 @@
 // The contract of windows, controls, menus and the event loop, tested on each native side.
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <functional>

@@ -56,7 +56,10 @@ class Datagrams : public Program {
 };
 
 TEST_F(Datagrams, GiveTheSameLogToTheByteOnTheScreenAndInTheSavedFile) {
+  const int whole_texts = mSide.windows.FindControl("efLog")->whole_texts;
   Hear(ReadFile(kData / "datagrams.txt"));
+  // The field took each line alone.
+  EXPECT_EQ(mSide.windows.FindControl("efLog")->whole_texts, whole_texts);
   const std::string log = ReadFile(kData / "log.txt");
   mSide.dialogs.save_answer = mFolder.Path() / "log.txt";
   mHands.Choose("FileSave");

@@ -3,7 +3,6 @@
 #include "native/headless/event_loop.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <unistd.h>
 
 #include <array>

@@ -6,14 +6,15 @@ network. SEED, STORM_SECONDS and BUSY_SECONDS in the environment change what is 
 Network namespaces stand for computers: the listener with cards c1 and c2, a sender, and a switch
 that forwards a group to its members alone. Prints a row of docs/reliability.md for each case.
 """
-import os, pathlib, random, signal, socket, struct, subprocess, sys, threading, time
+import os, pathlib, random, signal, socket, subprocess, sys, threading, time
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "scripts"))
+from support.programs import PORT, in_private_network, packet
 from virtual_host import Host
 
 PROGRAMS = sys.argv[1]
-KEY, GROUP, PORT = "Maple-Room-7", "224.195.13.122", 5563
-SECOND_CARD = "10.77.0.2/24"
+KEY, GROUP = "Maple-Room-7", "224.195.13.122"
+FIRST_CARD, SECOND_CARD = "10.77.0.1/24", "10.77.0.2/24"
 failures = []
 
 
@@ -27,9 +28,9 @@ def query(host):
 
 
 class Net:
-    """A listener's computer and a sender's computer at one switch."""
+    """A listener's computer, whose cards c1, c2 have these addresses, and a sender's at a switch."""
 
-    def __init__(self, querier=0):
+    def __init__(self, *addresses, querier=0):
         self.listener, self.switch, self.sender = Host(), Host(), Host()
         self.switch.ip("link add br0 type bridge mcast_snooping 1", "link set br0 up")
         self.cable(self.sender, "t0", "10.77.0.9/24")
@@ -39,29 +40,36 @@ class Net:
         self.member = socket_on(self.sender, [(GROUP, "10.77.0.9")])
         time.sleep(0.3 * querier)
         self.program, self.stream, self.lines = None, None, []
+        for number, address in enumerate(addresses, 1):
+            self.cable(self.listener, f"c{number}", address)
 
-    def cable(self, host, card, *addresses, up=True):
+    def cable(self, host, card, *addresses):
         self.switch.ip(f"link add {card} netns {host.holder.pid} type veth peer name port-{card}",
                        f"link set port-{card} master br0 up")
-        host.ip(*[f"addr add {a} dev {card}" for a in addresses], *[f"link set {card} up"] * up)
+        host.ip(*[f"addr add {a} dev {card}" for a in addresses], f"link set {card} up")
 
     def plug(self, card, in_or_out):
         self.switch.ip(f"link set port-{card} {in_or_out}")
 
-    def listen(self, stall_ms=0, **environment):
+    def listen(self, per_second=500, stall_ms=0, **environment):
+        """Starts a listener, then a stream of messages."""
         self.program = self.listener.start(f"{PROGRAMS}/quorvel_listener", KEY, str(stall_ms),
                                            stdout=subprocess.PIPE, text=True,
                                            env={**os.environ, **environment})
         self.program.stdout.readline()
         threading.Thread(target=self.read, daemon=True).start()
         time.sleep(0.05)
+        self.stream = Stream(self.sender, per_second)
 
     def read(self):
         for line in self.program.stdout:
             self.lines.append((time.monotonic(), line.split()[-1]))
 
-    def send(self, per_second):
-        self.stream = Stream(self.sender, per_second)
+    def new_card(self):
+        """The seconds until the first message after the card was made anew."""
+        self.listener.ip("link del c1")
+        self.cable(self.listener, "c1", FIRST_CARD)
+        return self.heard_after(time.monotonic())
 
     def heard_after(self, moment, limit=10.0):
         """The seconds until the first message that was sent after the moment; -1 for none."""
@@ -75,7 +83,7 @@ class Net:
 
     def finish(self):
         """Numbers of lost, doubled and disordered messages, of all that were sent."""
-        sent = self.stream.end() if self.stream else 0
+        sent = self.stream.end()
         time.sleep(0.3)
         heard = [int(text) for _, text in self.lines if text.isdigit()]
         self.program.kill()
@@ -101,9 +109,9 @@ class Stream(threading.Thread):
         wire.setsockopt(socket.IPPROTO_IP, socket.IP_MULTICAST_IF, socket.inet_aton("10.77.0.9"))
         due = time.monotonic()
         while self.go:
-            text = b"%d" % len(self.times)
+            message = packet(b"%d" % len(self.times))
             self.times.append(time.monotonic())
-            wire.sendto(struct.pack(">ii", 8 + len(text), 1) + text, (GROUP, PORT))
+            wire.sendto(message, (GROUP, PORT))
             due += self.pause
             time.sleep(max(0, due - time.monotonic()))
 
@@ -140,10 +148,9 @@ def all_once(name, result):
 def late_card():
     net = Net()
     net.listen()
-    net.send(500)
     net.cable(net.listener, "c1")
     time.sleep(0.3)
-    net.listener.ip("addr add 10.77.0.1/24 dev c1")
+    net.listener.ip(f"addr add {FIRST_CARD} dev c1")
     times = [net.heard_after(time.monotonic())]
     net.listener.ip("route add default via 10.77.0.9")
     times.append(net.heard_after(time.monotonic()))
@@ -152,14 +159,12 @@ def late_card():
 
 
 def tunnel():
-    net = Net()
-    net.cable(net.listener, "c1", "10.77.0.1/24")
+    net = Net(FIRST_CARD)
     up = ["tuntap add vpn0 mode tun", "addr add 10.99.0.1/24 dev vpn0", "link set vpn0 up",
           "route add default dev vpn0"]
     down = ["tuntap del vpn0 mode tun"]
     net.listener.ip(*up)
     net.listen()
-    net.send(500)
     for _ in range(20):
         net.listener.ip(*down)
         net.listener.ip(*up)
@@ -167,15 +172,9 @@ def tunnel():
 
 
 def new_cards():
-    net = Net(querier=1)
-    net.cable(net.listener, "c1", "10.77.0.1/24")
+    net = Net(FIRST_CARD, querier=1)
     net.listen()
-    net.send(500)
-    times = []
-    for _ in range(50):
-        net.listener.ip("link del c1")
-        net.cable(net.listener, "c1", "10.77.0.1/24")
-        times.append(net.heard_after(time.monotonic()))
+    times = [net.new_card() for _ in range(50)]
     net.finish()
     first_messages("card made anew 50 times", times)
 
@@ -183,10 +182,8 @@ def new_cards():
 def short_losses():
     for querier in (0, 1):
         for out in (0.02, 0.5):
-            net = Net(querier)
-            net.cable(net.listener, "c1", "10.77.0.1/24")
+            net = Net(FIRST_CARD, querier=querier)
             net.listen()
-            net.send(500)
             times = []
             for _ in range(5):
                 net.plug("c1", "down")
@@ -199,11 +196,8 @@ def short_losses():
 
 
 def pulled_cable():
-    net = Net()
-    for card, address in (("c1", "10.77.0.1/24"), ("c2", SECOND_CARD)):
-        net.cable(net.listener, card, address)
-    net.listen()
-    net.send(1000)
+    net = Net(FIRST_CARD, SECOND_CARD)
+    net.listen(1000)
     for _ in range(5):
         for card in ("c1", "c2"):
             # Also on a busy machine, the other card is a member again by then.
@@ -215,12 +209,9 @@ def pulled_cable():
 
 
 def strangers():
-    net = Net()
-    for card, address in (("c1", "10.77.0.1/24"), ("c2", SECOND_CARD)):
-        net.cable(net.listener, card, address)
+    net = Net(FIRST_CARD, SECOND_CARD)
     other = socket_on(net.listener, [("239.1.2.3", "10.77.0.1"), (GROUP, "10.77.0.2")])
     net.listen()
-    net.send(500)
     for to in ("239.1.2.3", "10.77.0.255"):
         socket_on(net.sender, [], b"noise", to)
     time.sleep(0.5)
@@ -241,7 +232,7 @@ def socket_on(host, memberships, text=None, to=GROUP):
         wire.bind(("", PORT))
         if text:
             wire.setsockopt(socket.IPPROTO_IP, socket.IP_MULTICAST_IF, socket.inet_aton("10.77.0.9"))
-            wire.sendto(struct.pack(">ii", 8 + len(text), 1) + text, (to, PORT))
+            wire.sendto(packet(text), (to, PORT))
         for group, card in memberships:
             wire.setsockopt(socket.IPPROTO_IP, socket.IP_ADD_MEMBERSHIP,
                             socket.inet_aton(group) + socket.inet_aton(card))
@@ -257,23 +248,20 @@ def many_cards():
             net.listener.ip(f"link add d{i} type veth peer name e{i}", f"link set e{i} up",
                             *([f"addr add {address.format(i)} dev d{i}"] if address else []),
                             f"link set d{i} up")
-        net.cable(net.listener, "c1", "10.77.0.1/24")
+        net.cable(net.listener, "c1", FIRST_CARD)
         net.listen()
-        net.send(500)
         first = net.heard_after(time.monotonic())
         net.finish()
         first_messages(f"25 further interfaces {kind} an address", [first])
 
 
 def lost_notices():
-    net = Net()
-    net.cable(net.listener, "c1", "10.77.0.1/24")
+    net = Net(FIRST_CARD)
     net.listen()
-    net.send(500)
     net.program.send_signal(signal.SIGSTOP)
     net.listener.ip("link add flood type bridge", *["link set flood up", "link set flood down"] * 400)
     net.listener.ip("link del c1")
-    net.cable(net.listener, "c1", "10.77.0.1/24")
+    net.cable(net.listener, "c1", FIRST_CARD)
     net.program.send_signal(signal.SIGCONT)
     first = net.heard_after(time.monotonic())
     net.finish()
@@ -282,10 +270,8 @@ def lost_notices():
 
 def busy():
     for stall, per_second in ((1000, 5000), (2000, 5000), (4000, 5000), (1000, 20000)):
-        net = Net()
-        net.cable(net.listener, "c1", "10.77.0.1/24")
-        net.listen(stall, LD_PRELOAD=f"{PROGRAMS}/libquorvel_stock_limits.so")
-        net.send(per_second)
+        net = Net(FIRST_CARD)
+        net.listen(per_second, stall, LD_PRELOAD=f"{PROGRAMS}/libquorvel_stock_limits.so")
         time.sleep(0.2)
         socket_on(net.sender, [], b"stall")
         time.sleep(stall / 1000 + float(os.environ.get("BUSY_SECONDS", "0.5")))
@@ -296,45 +282,35 @@ def busy():
 def storm():
     seed = int(os.environ.get("SEED", time.time_ns() % 1000000))
     dice = random.Random(seed)
-    net = Net()
-    cards = {"c1": "10.77.0.1/24", "c2": SECOND_CARD}
-    for card, address in cards.items():
-        net.cable(net.listener, card, address)
-    net.listen()
-    net.send(200)
+    cards = {"c1": FIRST_CARD, "c2": SECOND_CARD}
+    net = Net(*cards.values())
+    net.listen(200)
+    listener_ip = net.listener.ip
     end = time.monotonic() + float(os.environ.get("STORM_SECONDS", "20"))
     faults = 0
     while time.monotonic() < end:
         card, address = dice.choice(list(cards.items()))
-        fault = dice.choice(("cable", "card", "address", "switched off"))
-        pause = dice.choice((0.005, 0.05, 0.3))
-        if fault == "cable":
-            net.plug(card, "down")
-            time.sleep(pause)
-            net.plug(card, "up")
-        elif fault == "card":
-            net.listener.ip(f"link del {card}")
-            time.sleep(pause)
-            net.cable(net.listener, card, address)
-        elif fault == "address":
-            net.listener.ip(f"addr del {address} dev {card}")
-            time.sleep(pause)
-            net.listener.ip(f"addr add {address} dev {card}")
-        else:
-            net.listener.ip(f"link set {card} down")
-            time.sleep(pause)
-            net.listener.ip(f"link set {card} up")
+        fault, remedy = dice.choice((
+            (lambda: net.plug(card, "down"), lambda: net.plug(card, "up")),
+            (lambda: listener_ip(f"link del {card}"), lambda: net.cable(net.listener, card, address)),
+            (lambda: listener_ip(f"addr del {address} dev {card}"),
+             lambda: listener_ip(f"addr add {address} dev {card}")),
+            (lambda: listener_ip(f"link set {card} down"), lambda: listener_ip(f"link set {card} up"))))
+        fault()
+        time.sleep(dice.choice((0.005, 0.05, 0.3)))
+        remedy()
         faults += 1
         # The other card is to hear before the next fault.
         time.sleep(0.3)
     all_once(f"storm of {faults} faults on two cards, seed {seed}", net.finish())
 
 
-if __name__ == "__main__":
-    if "QUORVEL_PRIVATE_NETWORK" not in os.environ:
-        sys.exit(77)
+def main():
     for case in (late_card, tunnel, new_cards, short_losses, pulled_cable, strangers, many_cards,
                  lost_notices, busy, storm):
         if len(sys.argv) < 3 or case.__name__ in sys.argv[2:]:
             case()
     sys.exit(f"failed: {failures}" if failures else 0)
+
+
+in_private_network(main)

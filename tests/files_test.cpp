@@ -1,5 +1,3 @@
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <sys/stat.h>
 
 #include <cerrno>
@@ -10,8 +8,7 @@
 
 #include "platform/files/folder_item.h"
 #include "platform/files/text_stream.h"
-#include "platform/runtime/runtime.h"
-#include "support/side.h"
+#include "support/running.h"
 #include "support/temporary_folder.h"
 
 namespace quorvel {
@@ -19,13 +16,9 @@ namespace {
 
 using testing::ElementsAre;
 
-class Files : public testing::Test {
+class Files : public Running {
  protected:
-  Files() {
-    mSide.desktop.documents = mFolder.Path() / "Documents";
-    RuntimeInit(mSide);
-  }
-  ~Files() override { static_cast<void>(RuntimeExit()); }
+  Files() { mSide.desktop.documents = mFolder.Path() / "Documents"; }
 
   Ref<FolderItem> Item(const std::string& name) { return New<FolderItem>(mFolder.Path() / name); }
   std::string Content(const std::string& name) { return ReadFile(mFolder.Path() / name); }
@@ -55,7 +48,6 @@ class Files : public testing::Test {
 
   std::function<void()> mHanging;
   TemporaryFolder mFolder;
-  test::Side mSide;
 };
 
 TEST_F(Files, LinesEndInAnyOfThreeWaysAndAtAnError) {

@@ -1,7 +1,5 @@
 // How a socket follows the network interfaces, without a network: joins, sends, second copies.
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -10,8 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/runtime/runtime.h"
-#include "support/side.h"
+#include "support/running.h"
 #include "support/station.h"
 
 namespace quorvel {
@@ -24,18 +21,13 @@ using testing::SizeIs;
 
 constexpr Ipv4Address kGroup = 0xE1020304, kPrivate = 0x0A000001, kPublic = 0x08080808;
 
-NetworkInterface Loopback() {
-  auto loopback = test::ScriptedLinks::Card(1, 0x7F000001);
-  loopback.loopback = true;
-  loopback.multicast = false;
-  return loopback;
-}
 NetworkInterface Card(InterfaceIndex index, Ipv4Address address = kPrivate) {
   return test::ScriptedLinks::Card(index, address);
 }
-NetworkInterface Unfit(InterfaceIndex index, bool NetworkInterface::*without) {
+/// A card with a fact turned to its opposite.
+NetworkInterface Card(InterfaceIndex index, bool NetworkInterface::*fact) {
   auto card = Card(index);
-  card.*without = false;
+  card.*fact = !(card.*fact);
   return card;
 }
 NetworkInterface WithoutAddress(InterfaceIndex index) {
@@ -44,21 +36,17 @@ NetworkInterface WithoutAddress(InterfaceIndex index) {
   return card;
 }
 NetworkInterface Tunnel(InterfaceIndex index) {
-  auto tunnel = Card(index);
-  tunnel.point_to_point = true;
-  return tunnel;
+  return Card(index, &NetworkInterface::point_to_point);
+}
+NetworkInterface Loopback() {
+  auto loopback = Card(1, &NetworkInterface::loopback);
+  loopback.multicast = false;
+  return loopback;
 }
 
-class Links : public testing::Test {
+class Links : public Running {
  protected:
-  Links() {
-    RuntimeInit(mSide);
-    mSocket->Bind(5563);
-  }
-  ~Links() override {
-    mSocket = Nil;
-    static_cast<void>(RuntimeExit());
-  }
+  Links() { mSocket->Bind(5563); }
 
   void Listen() { mSocket->Register("225.2.3.4"); }
   /// The interfaces on which the group is joined once the socket has had time for a look.
@@ -90,7 +78,6 @@ class Links : public testing::Test {
     return mNet.joined.size() - before;
   }
 
-  test::Side mSide;
   test::ScriptedSockets& mNet = mSide.sockets;
   Ref<Station> mSocket = New<Station>();
 };
@@ -100,10 +87,10 @@ TEST_F(Links, AGroupIsJoinedOnEveryFitInterfaceAsInterfacesComeAndGo) {
   Listen();
   EXPECT_THAT(mSocket->errors, ElementsAre(ENODEV));
   EXPECT_THAT(JoinedOn({Loopback()}), ElementsAre(1));
-  EXPECT_THAT(JoinedOn({Loopback(), WithoutAddress(2), Unfit(3, &NetworkInterface::up),
-                        Unfit(4, &NetworkInterface::multicast)}),
+  EXPECT_THAT(JoinedOn({Loopback(), WithoutAddress(2), Card(3, &NetworkInterface::up),
+                        Card(4, &NetworkInterface::multicast)}),
               ElementsAre(1));
-  EXPECT_THAT(JoinedOn({Loopback(), Card(2), Unfit(3, &NetworkInterface::running), Tunnel(4)}),
+  EXPECT_THAT(JoinedOn({Loopback(), Card(2), Card(3, &NetworkInterface::running), Tunnel(4)}),
               ElementsAre(2, 3, 4));
   mSide.faults.Arrange("Interfaces", 1, ENOMEM);
   EXPECT_THAT(JoinedOn({}), ElementsAre(2, 3, 4));
@@ -115,7 +102,7 @@ TEST_F(Links, AGroupIsJoinedOnEveryFitInterfaceAsInterfacesComeAndGo) {
 
 TEST_F(Links, TheMostUsefulInterfacesGetTheMembershipsOfASmallSystem) {
   mNet.most_memberships = 3;
-  mSide.links.interfaces = {Unfit(2, &NetworkInterface::running), Card(3, kPublic), Card(4),
+  mSide.links.interfaces = {Card(2, &NetworkInterface::running), Card(3, kPublic), Card(4),
                             Card(5, kPublic)};
   Listen();
   EXPECT_THAT(JoinedOn(mSide.links.interfaces), ElementsAre(3, 4, 5));
@@ -129,20 +116,16 @@ TEST_F(Links, ANetworkThatMayHaveForgottenTheSocketIsJoinedAnew) {
   mNet.memberships = {{kGroup, 2}};
   Listen();
   EXPECT_THAT(mNet.left, ElementsAre(kGroup));
-  auto card = Card(2);
-  JoinedOn({card});
+  JoinedOn({Card(2)});
   EXPECT_EQ(Rejoins(100s), 0U);
+  auto& card = mSide.links.interfaces.front();
   card.link_changes = 2;
-  mSide.links.interfaces = {card};
   EXPECT_EQ(Rejoins(2s), 1U);
   card.addresses.push_back(kPublic);
-  mSide.links.interfaces = {card};
   EXPECT_EQ(Rejoins(2s), 1U);
   card.running = false;
-  mSide.links.interfaces = {card};
   EXPECT_EQ(Rejoins(2s), 0U);
   card.running = true;
-  mSide.links.interfaces = {card};
   EXPECT_EQ(Rejoins(2s), 1U);
 }
 

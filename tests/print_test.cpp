@@ -1,8 +1,6 @@
 // What a print puts on the paper: a text is printed to a PDF, and the words are read back. And the
 // box of a long print or save.
 
-#include <gmock/gmock.h>
-
 #include <QApplication>
 #include <QPrinter>
 #include <QProcess>
@@ -16,9 +14,8 @@
 #include "native/qt/print_job.h"
 #include "platform/files/folder_item.h"
 #include "platform/files/text_stream.h"
-#include "platform/runtime/runtime.h"
 #include "platform/windows/application.h"
-#include "support/side.h"
+#include "support/running.h"
 #include "support/temporary_folder.h"
 #include "ui/edit_field_extras.h"
 
@@ -35,13 +32,12 @@ struct Word {
 };
 using Sheet = std::vector<Word>;
 
-class Paper : public testing::Test {
+class Paper : public Running {
  protected:
   static constexpr double kMargin = 20;                 // between paper and printable area
   static constexpr double kWidth = 400, kHeight = 260;  // of the printable area
 
   Paper() {
-    RuntimeInit(mSide);
     _RuntimeRegisterAppObject(New<Application>());
     mPrinter->setOutputFileName(mFile);
     mPrinter->setPageSize(QPageSize(QSizeF(440, 300), QPageSize::Point));
@@ -52,7 +48,6 @@ class Paper : public testing::Test {
       return job;
     };
   }
-  ~Paper() override { EXPECT_EQ(RuntimeExit(), 0); }
 
   std::vector<Sheet> Printed(const std::string& text) {
     const auto field = New<editFieldExtras>();
@@ -86,7 +81,6 @@ class Paper : public testing::Test {
 
   TemporaryFolder mFolder;
   const QString mFile = QString::fromStdString(mFolder.Path() / "print.pdf");
-  test::Side mSide;
   const std::shared_ptr<QPrinter> mPrinter = std::make_shared<QPrinter>(QPrinter::HighResolution);
   qt::PrintJob* mJob = nullptr;
 };

@@ -1,7 +1,6 @@
 // Fields, labels and buttons of the Qt side under a user's hands.
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <QAccessible>
 #include <QApplication>

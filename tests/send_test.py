@@ -5,12 +5,12 @@ Usage: send_test.py FOLDER-OF-THE-PROGRAMS. Ends with 77 where there is no priva
 
 import os
 import socket
-import struct
-import subprocess
 import sys
 
+from support.programs import HOST, PORT, check, in_private_network, packet, run
+
 PROGRAM = os.path.join(sys.argv[1], "quorvel-send")
-HOST, GROUP, PORT = "10.77.0.1", "239.1.2.4", 5563
+GROUP = "239.1.2.4"
 KEY, TO = ["--key", GROUP], ["--to", HOST]
 
 # Arguments, standard input, and the commands and texts of the datagrams.
@@ -43,28 +43,15 @@ REFUSED = [
 ]
 
 
-def check(condition, *what):
-    if not condition:
-        sys.exit(f"quorvel-send: {what}"[:2000])
-
-
-def run(arguments, **streams):
-    return subprocess.run([PROGRAM, *arguments], text=True, timeout=20,
-                          **{"stdout": subprocess.PIPE, "stderr": subprocess.PIPE, **streams})
-
-
 def check_refusal(arguments, status, word, **streams):
     """One line in the tool's own form, and the status."""
-    done = run(arguments, **streams)
+    done = run(PROGRAM, *arguments, **streams)
     line, end, more = done.stderr.partition("\n")
     check(done.returncode == status and line.startswith("quorvel-send: ") and word in line
           and end and not more, arguments, done)
 
 
 def main():
-    if "QUORVEL_PRIVATE_NETWORK" not in os.environ:
-        print("no private network: nothing is sent")
-        sys.exit(77)
     with socket.socket(socket.AF_INET, socket.SOCK_DGRAM) as receiver:
         receiver.settimeout(20)
         receiver.bind(("", PORT))
@@ -77,21 +64,20 @@ def main():
             check_refusal(TO + ["--stdin"], 1, "cannot read standard input: " + reason, **stdin)
         # The first datagram to arrive shows that the refused command lines sent nothing.
         for arguments, lines, datagrams in SENT:
-            done = run(arguments, input=lines)
+            done = run(PROGRAM, *arguments, input=lines)
             check(done.returncode == 0 and not done.stderr, done)
             for command, text in datagrams:
-                header = struct.pack(">ii", 8 + len(text.encode()), command)
-                check(receiver.recv(70000) == header + text.encode(), arguments)
+                check(receiver.recv(70000) == packet(text.encode(), command), arguments)
         check_refusal(TO + ["--stdin"], 1, "line 2 is too long", input="a\n" + "x" * 65500)
     loopback = ["unshare", "-n", "sh", "-c", 'ip link set lo up; exec "$@"', "sh"]
-    check(subprocess.run([*loopback, PROGRAM, *KEY, "text"]).returncode == 0, "without a network")
+    check(run(*loopback, PROGRAM, *KEY, "text").returncode == 0, "without a network")
     read, write = os.pipe()
     os.close(read)
     for unwritable in write, os.open("/dev/full", os.O_WRONLY):
         check_refusal(["--help"], 1, "output", stdout=unwritable)
-        check(run([], stderr=unwritable).returncode == 2, "standard error that takes nothing")
-    check(run(["--version"]).stdout == "quorvel-send 1.0.5\n", "--version")
-    check(run(["--help"]).stdout.startswith("Usage: quorvel-send --key KEY "), "--help")
+        check(run(PROGRAM, stderr=unwritable).returncode == 2, "standard error that takes nothing")
+    check(run(PROGRAM, "--version").stdout == "quorvel-send 1.0.5\n", "--version")
+    check(run(PROGRAM, "--help").stdout.startswith("Usage: quorvel-send --key KEY "), "--help")
 
 
-main()
+in_private_network(main)

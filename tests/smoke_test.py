@@ -9,20 +9,12 @@ import socket
 import subprocess
 import sys
 import tempfile
-import time
+
+from support.programs import HOST, PORT, check, in_private_network, wait_for
 
 PROGRAMS = pathlib.Path(sys.argv[1]).resolve()
 TITLE = "Quorvel v1.0.5 -  Listening..."
-KEY, GROUP, PORT = "Maple-Room-7", "224.195.13.122", 5563
-
-
-def wait_for(what, reached, seconds=20):
-    end = time.monotonic() + seconds
-    while time.monotonic() < end:
-        if value := reached():
-            return value
-        time.sleep(0.05)
-    sys.exit(f"never came about: {what}")
+KEY, GROUP = "Maple-Room-7", "224.195.13.122"
 
 
 def output(*command):
@@ -66,8 +58,7 @@ def start_screen(started):
 
 
 def expect_end(program):
-    if program.wait(timeout=20) != 0:
-        sys.exit(f"the program ended with {program.returncode}")
+    check(program.wait(timeout=20) == 0, "the program ended with", program.returncode)
 
 
 def first_run(started):
@@ -94,7 +85,7 @@ def second_run(home, started):
     with socket.socket(socket.AF_INET, socket.SOCK_DGRAM) as sender:
         sender.sendto(b"\0\0\0\x19\0\0\0\0Svool, Dliow 7992", (GROUP, PORT))
     subprocess.run([PROGRAMS / "quorvel-send", "--key", KEY, "--", "Marks: 9 of 10", "-2"], check=True)
-    expected = "".join(f"IP Address: 10.77.0.1 Sent: {text}\n"
+    expected = "".join(f"IP Address: {HOST} Sent: {text}\n"
                        for text in ("Hello, World 2007", "Marks: 9 of 10", "-2"))
     wait_for("the three lines in the log", lambda: log_text(window_id) == expected.strip())
     check_print(home, window_id, expected)
@@ -110,8 +101,7 @@ def check_print(home, window_id, expected):
     pages = wait_for("a PDF", lambda: [pdf for pdf in home.rglob("*.pdf") if pdf.stat().st_size])
     text = wait_for("the text in the PDF", lambda: output("pdftotext", "-layout", str(pages[0]), "-"))
     found = [line.strip() for line in text.split("\n") if line.strip()]
-    if found != expected.strip().split("\n") + ["Page: 1"]:
-        sys.exit(f"the PDF holds {found}")
+    check(found == expected.strip().split("\n") + ["Page: 1"], "the PDF holds", found)
 
 
 def run(home, started):
@@ -126,9 +116,6 @@ def run(home, started):
 
 
 def main():
-    if "QUORVEL_PRIVATE_NETWORK" not in os.environ:
-        print("no private network: the program is not started")
-        sys.exit(77)
     started = []
     with tempfile.TemporaryDirectory(prefix="quorvel-") as home:
         try:
@@ -139,4 +126,4 @@ def main():
                 process.wait()
 
 
-main()
+in_private_network(main)

@@ -1,8 +1,5 @@
 // Real sockets. Groups are joined only in a private network; see scripts/test.sh.
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <cerrno>
 #include <chrono>
 #include <cstdlib>
@@ -12,8 +9,7 @@
 
 #include "platform/network/ip_address.h"
 #include "platform/network/receiver.h"
-#include "platform/runtime/runtime.h"
-#include "support/side.h"
+#include "support/running.h"
 #include "support/station.h"
 
 namespace quorvel {
@@ -24,18 +20,15 @@ using testing::IsEmpty;
 
 constexpr int32_t kPort = 5563;
 
-class Sockets : public testing::Test {
+class Sockets : public Running {
  protected:
-  Sockets() { RuntimeInit(mSide); }
-  ~Sockets() override { static_cast<void>(RuntimeExit()); }
+  Sockets() : Running(PosixSocketCalls()) {}
 
   static Ref<Station> Bound(bool send_only = false) {
     auto station = New<Station>(send_only);
     station->Bind(kPort);
     return station;
   }
-
-  test::Side mSide{PosixSocketCalls()};
 };
 
 class GroupSockets : public Sockets {

@@ -103,27 +103,6 @@ TEST_F(Startup, TheMainWindowIsShownThenListensAndLeavesWhenItCloses) {
   EXPECT_THAT(mSide.sockets.open, IsEmpty());
 }
 
-TEST_F(Startup, EachMessageIsALineInTheLog) {
-  Start("1.0.5\nMaple-Room-7");
-  const auto arrives = [&](const std::string& text) {
-    const std::string size = {static_cast<char>((8 + text.size()) >> 8),
-                              static_cast<char>(8 + text.size())};
-    const std::string zeros(4, '\0');
-    mSide.sockets.arriving.emplace_back(0x0A4D0001, zeros.substr(2) + size + zeros + text);
-    mGlobals::EasyUDPSocket1->Poll();
-  };
-  arrives("Svool, Dliow 7992");
-  const int whole_texts = mSide.windows.FindControl("efLog")->whole_texts;
-  arrives("@[`{/: zA90\nMARK\xE9");
-  arrives(std::string(65499, 'n'));
-  const std::string start = "IP Address: 10.77.0.1 Sent: ";
-  EXPECT_EQ(mHands.ShownText("efLog"), start + "Hello, World 2007\n" + start +
-                                           "@[`{/: aZ09\nNZIP\xC3\xA9\n" + start +
-                                           std::string(65499, 'm') + "\n");
-  // The field took each line alone.
-  EXPECT_EQ(mSide.windows.FindControl("efLog")->whole_texts, whole_texts);
-}
-
 TEST_F(Startup, WithoutASocketTheProgramEndsOrGoesOnWithoutAWindow) {
   Start();
   mHands.PressCloseButton(kGettingStarted);

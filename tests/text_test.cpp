@@ -1,7 +1,6 @@
 #include "platform/values/text.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <limits>

@@ -1,7 +1,6 @@
 // The windows of the program, as a user sees them on a desktop.
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <sstream>
 #include <string>

@@ -1,0 +1,41 @@
+"""What the tests of the real programs share."""
+
+import os
+import struct
+import subprocess
+import sys
+import time
+
+HOST, PORT = "10.77.0.1", 5563
+
+
+def check(condition, *what):
+    """Ends the test where the condition does not hold."""
+    if not condition:
+        sys.exit(f"failed: {what}"[:3000])
+
+
+def wait_for(what, reached, seconds=20):
+    end = time.monotonic() + seconds
+    while time.monotonic() < end:
+        if value := reached():
+            return value
+        time.sleep(0.05)
+    sys.exit(f"never came about: {what}")
+
+
+def run(*command, **more):
+    return subprocess.run(command, text=True, timeout=20,
+                          **{"stdout": subprocess.PIPE, "stderr": subprocess.PIPE, **more})
+
+
+def packet(text, command=0):
+    return struct.pack(">ii", 8 + len(text), command) + text
+
+
+def in_private_network(test):
+    """Runs the test. Ends with 77, which stands for a test left out, on a real network."""
+    if "QUORVEL_PRIVATE_NETWORK" not in os.environ:
+        print("no private network: nothing is tested")
+        sys.exit(77)
+    test()
