@@ -3,12 +3,9 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
-#include <functional>
 #include <map>
-#include <string>
 #include <tuple>
 #include <utility>
-#include <vector>
 
 #include "platform/runtime/runtime.h"
 #include "platform/values/exceptions.h"
@@ -16,7 +13,7 @@
 #include "platform/windows/system.h"
 #include "platform/windows/timer.h"
 #include "platform/windows/window.h"
-#include "support/hands.h"
+#include QUORVEL_HANDS
 
 namespace quorvel {
 namespace {
@@ -94,14 +91,14 @@ class Contract : public testing::Test {
   }
 
   void Start() {
-    RuntimeInit(mHands->Side());
+    RuntimeInit(mHands.Side());
     _RuntimeRegisterAppObject(mApp);
   }
   /// Runs the event loop, which an earlier stop does not end, with `handler` as an event until
   /// `handler` quits the application.
   void RunsUntilQuit(const std::function<void()>& handler) {
-    mHands->Side().Loop().Stop();
-    mHands->Post([=] { Dispatch(handler); });
+    mHands.Side().Loop().Stop();
+    mHands.Post([=] { Dispatch(handler); });
     _RuntimeRun();
   }
   static Ref<Probe> OpenProbe() {
@@ -117,7 +114,7 @@ class Contract : public testing::Test {
     return timer;
   }
 
-  std::unique_ptr<Hands> mHands = Hands::Make();
+  Hands mHands;
   Ref<ProbeApp> mApp = New<ProbeApp>();
 };
 
@@ -126,8 +123,8 @@ TEST_F(Contract, AnAccessorFindsTheOpenWindowOrOpensANewWindow) {
   const auto first = ImplicitWindow<Probe>();
   EXPECT_EQ(ImplicitWindow<Probe>(), first);
   first->stays_open = true;
-  mHands->PressCloseButton("Probe");
-  EXPECT_TRUE(mHands->IsOpen("Probe"));
+  mHands.PressCloseButton("Probe");
+  EXPECT_TRUE(mHands.IsOpen("Probe"));
   first->stays_open = false;
   gThen["close"] = [&] {
     first->Close();
@@ -135,7 +132,7 @@ TEST_F(Contract, AnAccessorFindsTheOpenWindowOrOpensANewWindow) {
   };
   EXPECT_THROW(first->Close(), RuntimeException);
   gThen.erase("close");
-  EXPECT_FALSE(mHands->IsOpen("Probe"));
+  EXPECT_FALSE(mHands.IsOpen("Probe"));
   EXPECT_THAT(Happened(), ElementsAre("layout", "menus", "open", "asked", "asked", "close"));
   gThen["layout"] = [] { throw RuntimeException("in the set-up"); };
   EXPECT_THROW(ImplicitWindow<Probe>(), RuntimeException);
@@ -146,42 +143,42 @@ TEST_F(Contract, AnAccessorFindsTheOpenWindowOrOpensANewWindow) {
 
 TEST_F(Contract, AQuitUnwindsThenClosesTheWindowsAndTheApplicationOnce) {
   const std::function<void()> quit = [] { Quit(0), Happens("behind the quit"); };
-  const std::function<void()> ask = [&] { mHands->AskToQuit(); };
+  const std::function<void()> ask = [&] { mHands.AskToQuit(); };
   gThen["close"] = [] { throw RuntimeException("in the quit"); };
   for (const auto& handler : {quit, ask}) {
     Start();
     OpenProbe();
     RunsUntilQuit(handler);
-    EXPECT_FALSE(mHands->IsOpen("Probe"));
+    EXPECT_FALSE(mHands.IsOpen("Probe"));
     EXPECT_THAT(Happened(), ElementsAre("start", "quits", "close", "end"));
   }
-  EXPECT_THAT(mHands->Messages(), IsEmpty());
+  EXPECT_THAT(mHands.Messages(), IsEmpty());
 }
 
 TEST_F(Contract, AQuitInsideANestedLoopUnwindsTheOuterHandler) {
-  const auto close = [&] { mHands->PressCloseButton("Probe"); };
+  const auto close = [&] { mHands.PressCloseButton("Probe"); };
   gThen["close"] = [] { Quit(0); };
   for (const bool in_message_box : {false, true}) {
     Start();
     OpenProbe();
     RunsUntilQuit([&] {
       if (in_message_box) {
-        mHands->WhileNextMessageIsUp(close);
+        mHands.WhileNextMessageIsUp(close);
         MsgBox("up");
       } else {
-        mHands->Post(close);
+        mHands.Post(close);
         for (int i = 0; i < 100; ++i) mApp->DoEvents(-1);
       }
       Happens("behind the quit");
     });
     EXPECT_THAT(Happened(), ElementsAre("start", "asked", "close", "end"));
   }
-  EXPECT_THAT(mHands->Messages(), ElementsAre("up"));
+  EXPECT_THAT(mHands.Messages(), ElementsAre("up"));
 }
 
 TEST_F(Contract, ARequestFromOutsideQuitsAlsoBeforeTheLoopRuns) {
   gThen["start"] = [&] {
-    mHands->AskToQuit();
+    mHands.AskToQuit();
     mApp->DoEvents(0);
   };
   _RuntimeRun();
@@ -195,12 +192,12 @@ TEST_F(Contract, EachKindOfUnhandledExceptionIsShownOnceAndTheLoopGoesOn) {
   RunsUntilQuit([&] {
     for (const auto& raise : {own, library, own}) {
       gThen["Action 0,0"] = raise;
-      mHands->PressButton("button");
+      mHands.PressButton("button");
     }
     Quit(0);
   });
-  EXPECT_THAT(mHands->Messages(), ElementsAre(testing::EndsWith("why\n\n(RuntimeException)"),
-                                              testing::HasSubstr("of the library")));
+  EXPECT_THAT(mHands.Messages(), ElementsAre(testing::EndsWith("why\n\n(RuntimeException)"),
+                                             testing::HasSubstr("of the library")));
 }
 
 TEST_F(Contract, WindowsAndTimersMayEndInsideHandlersAndATimerEndsWithItsWindow) {
@@ -208,13 +205,13 @@ TEST_F(Contract, WindowsAndTimersMayEndInsideHandlersAndATimerEndsWithItsWindow)
   const auto owned = TickingTimer("window's");
   probe->_AddControl("timer", owned);
   gThen["Action 0,0"] = [&] { probe->Close(); };
-  mHands->PressButton("button");
-  EXPECT_FALSE(mHands->IsOpen("Probe"));
+  mHands.PressButton("button");
+  EXPECT_FALSE(mHands.IsOpen("Probe"));
   gEvents.clear();
   auto once = TickingTimer("once");
   gThen["once"] = [&] { once = Nil; };
   const auto free = TickingTimer("free");
-  EXPECT_TRUE(mHands->WaitUntil([] { return std::ranges::count(gEvents, "free") > 1; }));
+  EXPECT_TRUE(mHands.WaitUntil([] { return std::ranges::count(gEvents, "free") > 1; }));
   std::erase(gEvents, "free");
   EXPECT_THAT(Happened(), ElementsAre("once"));
 }
@@ -226,9 +223,9 @@ TEST_F(Contract, AFieldReturnsTheAssignedTextAndShowsAllThatCanBeRead) {
   EXPECT_EQ(field->Text().Bytes(), odd);
   field->Text(field->Text() + "\xAC more\n");
   field->Text(field->Text() + "lines" + EndOfLine);
-  EXPECT_THAT(mHands->ShownText("field"), testing::EndsWith("\xE2\x82\xAC more\nlines\n"));
+  EXPECT_THAT(mHands.ShownText("field"), testing::EndsWith("\xE2\x82\xAC more\nlines\n"));
   field->Text("something else");
-  EXPECT_EQ(mHands->ShownText("field"), "something else");
+  EXPECT_EQ(mHands.ShownText("field"), "something else");
 }
 
 TEST_F(Contract, TheMouseActsUpToTheEdgesAndOnTheClaimingControlAndResizes) {
@@ -244,13 +241,13 @@ TEST_F(Contract, TheMouseActsUpToTheEdgesAndOnTheClaimingControlAndResizes) {
                                           {Press, 25, 12, {"MouseDown 5,2"}},  // release lost
                                           {Press, 200, 20, {}},
                                           {Release, 25, 12, {}}}) {
-    mHands->UseMouse(act, "Probe", x, y);
+    mHands.UseMouse(act, "Probe", x, y);
     // Whether a click also moves the mouse is up to the native side.
     if (act != Move) std::erase_if(gEvents, [](const auto& it) { return it.ends_with(" 0,0"); });
     EXPECT_EQ(Happened(), events) << x << "," << y;
   }
-  mHands->Resize("Probe", 500, 350);
-  EXPECT_TRUE(mHands->WaitUntil([] { return gEvents == Events{"resizing", "resized"}; }));
+  mHands.Resize("Probe", 500, 350);
+  EXPECT_TRUE(mHands.WaitUntil([] { return gEvents == Events{"resizing", "resized"}; }));
   EXPECT_EQ(std::pair(probe->Width(), probe->Height()), std::pair(500, 350));
 }
 

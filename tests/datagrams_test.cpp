@@ -4,8 +4,6 @@
 
 #include <algorithm>
 #include <sstream>
-#include <string>
-#include <vector>
 
 #include "platform/network/ip_address.h"
 #include "support/program.h"
@@ -26,13 +24,6 @@ std::string Bytes(const std::string& word) {
   return bytes;
 }
 
-std::vector<std::string> Lines(const std::string& text) {
-  std::vector<std::string> lines;
-  std::istringstream stream(text);
-  for (std::string line; std::getline(stream, line);) lines.push_back(line);
-  return lines;
-}
-
 class Datagrams : public Program {
  protected:
   Datagrams() {
@@ -42,7 +33,8 @@ class Datagrams : public Program {
   }
   /// Hears the datagrams of a recording; a blank line is a turn of the event loop.
   void Hear(const std::string& recording) {
-    for (const std::string& line : Lines(recording + "\n\n")) {
+    std::istringstream lines(recording + "\n\n");
+    for (std::string line; std::getline(lines, line);) {
       std::istringstream words(line.substr(0, line.find('#')));
       std::string from, bytes;
       if (!(words >> from)) {
@@ -63,9 +55,12 @@ TEST_F(Datagrams, GiveTheSameLogToTheByteOnTheScreenAndInTheSavedFile) {
   const std::string log = ReadFile(kData / "log.txt");
   mSide.dialogs.save_answer = mFolder.Path() / "log.txt";
   mHands.Choose("FileSave");
-  EXPECT_EQ(Lines(ReadFile(mFolder.Path() / "log.txt")), Lines(log));
-  EXPECT_TRUE(ReadFile(mFolder.Path() / "log.txt") == log);
-  EXPECT_TRUE(mHands.ShownText("efLog") == log);
+  EXPECT_EQ(ReadFile(mFolder.Path() / "log.txt"), log);
+  EXPECT_EQ(mHands.ShownText("efLog"), log);
+  // Hostile packets show no message box.
+  EXPECT_THAT(mSide.desktop.errors,
+              testing::ElementsAre(testing::StartsWith("StackOverflowException: ")));
+  EXPECT_THAT(Messages(), testing::IsEmpty());
 }
 
 }  // namespace

@@ -14,45 +14,30 @@ namespace {
 using testing::ElementsAre;
 using namespace std::chrono_literals;
 
-class RealTime : public testing::Test {
- protected:
-  RealTime() { EXPECT_TRUE(pipe(mPipe.data()) == 0 && write(mPipe[1], "x", 1) == 1); }
-  ~RealTime() override { close(mPipe[0]), close(mPipe[1]); }
-
-  EventLoop mLoop;
-  /// A pipe that has something to read.
-  std::array<int, 2> mPipe{};
-  std::vector<std::string> mEvents;
-};
-
-TEST_F(RealTime, TheLoopRunsUntilACallbackStopsTheLoop) {
-  std::unique_ptr<native::Subscription> timer, watch;
-  timer = mLoop.Repeat(1ms, [&] {
-    mEvents.emplace_back("timer");
-    timer.reset();
-    watch = mLoop.Watch(mPipe[0], [&] {
-      mEvents.emplace_back("watch");
-      watch.reset();
-      mLoop.Post([&] { mLoop.Stop(); });
-    });
-  });
-  mLoop.Run();
-  // A turn ends with its first event.
-  timer = mLoop.Repeat(1ms, [&] { mEvents.emplace_back("turn"); });
-  mLoop.Turn(100000);
-  EXPECT_THAT(mEvents, ElementsAre("timer", "watch", "turn"));
-}
-
-TEST_F(RealTime, AWatchThatAnotherCallbackEndsIsSilent) {
+TEST(EventLoop, RunsUntilACallbackStopsTheLoopAndEndedWatchesAreSilent) {
+  EventLoop loop;
+  std::vector<std::string> events;
+  std::array<int, 2> ends{};
+  ASSERT_TRUE(pipe(ends.data()) == 0 && write(ends[1], "x", 1) == 1);
+  std::unique_ptr<native::Subscription> timer;
   std::array<std::unique_ptr<native::Subscription>, 2> watches;
-  for (auto& watch : watches) {
-    watch = mLoop.Watch(mPipe[0], [&] {
-      mEvents.emplace_back("watch");
-      watches = {};
-    });
-  }
-  mLoop.Turn(0);
-  EXPECT_EQ(mEvents.size(), 1U);
+  timer = loop.Repeat(1ms, [&] {
+    events.emplace_back("timer");
+    timer.reset();
+    for (auto& watch : watches) {
+      watch = loop.Watch(ends[0], [&] {
+        events.emplace_back("watch");
+        watches = {};
+        loop.Post([&] { loop.Stop(); });
+      });
+    }
+  });
+  loop.Run();
+  // A turn ends with its first event.
+  timer = loop.Repeat(1ms, [&] { events.emplace_back("turn"); });
+  loop.Turn(100000);
+  EXPECT_THAT(events, ElementsAre("timer", "watch", "turn"));
+  for (const int end : ends) close(end);
 }
 
 TEST(EventLoop, TimersFireInTheOrderOfTheirTimesAndOnceWhenLate) {

@@ -28,7 +28,7 @@ def query(host):
 
 
 class Net:
-    """A listener's computer, whose cards c1, c2 have these addresses, and a sender's at a switch."""
+    """A switch, a sender, and a listener whose cards c1, c2 have these addresses."""
 
     def __init__(self, *addresses, querier=0):
         self.listener, self.switch, self.sender = Host(), Host(), Host()
@@ -39,7 +39,7 @@ class Net:
         # A switch that knows a querier and a member forwards the group to members alone.
         self.member = socket_on(self.sender, [(GROUP, "10.77.0.9")])
         time.sleep(0.3 * querier)
-        self.program, self.stream, self.lines = None, None, []
+        self.program, self.stream, self.lines, self.times, self.go = None, None, [], [], True
         for number, address in enumerate(addresses, 1):
             self.cable(self.listener, f"c{number}", address)
 
@@ -59,7 +59,7 @@ class Net:
         self.program.stdout.readline()
         threading.Thread(target=self.read, daemon=True).start()
         time.sleep(0.05)
-        self.stream = Stream(self.sender, per_second)
+        self.stream = self.sender.within(lambda: self.send(1 / per_second))
 
     def read(self):
         for line in self.program.stdout:
@@ -71,9 +71,21 @@ class Net:
         self.cable(self.listener, "c1", FIRST_CARD)
         return self.heard_after(time.monotonic())
 
+    def send(self, pause):
+        """Sends numbered messages to the group until the end."""
+        wire = socket.socket(socket.AF_INET, socket.SOCK_DGRAM)
+        wire.setsockopt(socket.IPPROTO_IP, socket.IP_MULTICAST_IF, socket.inet_aton("10.77.0.9"))
+        due = time.monotonic()
+        while self.go:
+            message = packet(b"%d" % len(self.times))
+            self.times.append(time.monotonic())
+            wire.sendto(message, (GROUP, PORT))
+            due += pause
+            time.sleep(max(0, due - time.monotonic()))
+
     def heard_after(self, moment, limit=10.0):
         """The seconds until the first message that was sent after the moment; -1 for none."""
-        first = self.stream.number_at(moment)
+        first = sum(at < moment for at in list(self.times))
         while time.monotonic() < moment + limit:
             times = [at for at, text in list(self.lines) if text.isdigit() and int(text) >= first]
             if times:
@@ -83,7 +95,8 @@ class Net:
 
     def finish(self):
         """Numbers of lost, doubled and disordered messages, of all that were sent."""
-        sent = self.stream.end()
+        self.go = False
+        self.stream.join()
         time.sleep(0.3)
         heard = [int(text) for _, text in self.lines if text.isdigit()]
         self.program.kill()
@@ -92,39 +105,8 @@ class Net:
         for host in (self.listener, self.switch, self.sender):
             host.end()
         disorder = sum(a > b for a, b in zip(heard, heard[1:]))
-        return sent, sent - len(set(heard)), len(heard) - len(set(heard)), disorder
-
-
-class Stream(threading.Thread):
-    """Sends numbered messages to the group until the end."""
-
-    def __init__(self, host, per_second):
-        super().__init__(daemon=True)
-        self.host, self.pause, self.times, self.go = host, 1 / per_second, [], True
-        self.start()
-
-    def run(self):
-        self.host.enter()
-        wire = socket.socket(socket.AF_INET, socket.SOCK_DGRAM)
-        wire.setsockopt(socket.IPPROTO_IP, socket.IP_MULTICAST_IF, socket.inet_aton("10.77.0.9"))
-        due = time.monotonic()
-        while self.go:
-            message = packet(b"%d" % len(self.times))
-            self.times.append(time.monotonic())
-            wire.sendto(message, (GROUP, PORT))
-            due += self.pause
-            time.sleep(max(0, due - time.monotonic()))
-
-    def number_at(self, moment):
-        return sum(at < moment for at in list(self.times))
-
-    def rate(self):
-        return len(self.times) / (self.times[-1] - self.times[0])
-
-    def end(self):
-        self.go = False
-        self.join()
-        return len(self.times)
+        sent, different = len(self.times), len(set(heard))
+        return sent, sent - different, len(heard) - different, disorder
 
 
 def row(name, ok, measured):
@@ -133,14 +115,15 @@ def row(name, ok, measured):
         failures.append(name)
 
 
-def first_messages(name, times, most=1.0):
+def first_messages(net, name, times, most=1.0):
+    net.finish()
     worst = max(times) if min(times) >= 0 else -1
     row(name, 0 <= worst <= most, f"first message after {1000 * sorted(times)[len(times) // 2]:.0f} ms"
         f" (median of {len(times)}), {1000 * worst:.0f} ms at most")
 
 
-def all_once(name, result):
-    sent, lost, doubled, disorder = result
+def all_once(net, name):
+    sent, lost, doubled, disorder = net.finish()
     row(name, lost == doubled == disorder == 0 and sent > 0,
         f"{sent} sent, {lost} lost, {doubled} doubled, {disorder} out of order")
 
@@ -154,8 +137,7 @@ def late_card():
     times = [net.heard_after(time.monotonic())]
     net.listener.ip("route add default via 10.77.0.9")
     times.append(net.heard_after(time.monotonic()))
-    net.finish()
-    first_messages("started without a card; then card, address, route", times)
+    first_messages(net, "started without a card; then card, address, route", times)
 
 
 def tunnel():
@@ -168,15 +150,14 @@ def tunnel():
     for _ in range(20):
         net.listener.ip(*down)
         net.listener.ip(*up)
-    all_once("a tunnel with the default route, up at the start, then down and up 20 times", net.finish())
+    all_once(net, "a tunnel with the default route, up at the start, then down and up 20 times")
 
 
 def new_cards():
     net = Net(FIRST_CARD, querier=1)
     net.listen()
     times = [net.new_card() for _ in range(50)]
-    net.finish()
-    first_messages("card made anew 50 times", times)
+    first_messages(net, "card made anew 50 times", times)
 
 
 def short_losses():
@@ -190,9 +171,8 @@ def short_losses():
                 time.sleep(out)
                 net.plug("c1", "up")
                 times.append(net.heard_after(time.monotonic()))
-            net.finish()
-            first_messages(f"cable out for {1000 * out:.0f} ms 5 times, switch "
-                           f"{'with' if querier else 'without'} a querier", times)
+            first_messages(net, f"cable out for {1000 * out:.0f} ms 5 times, switch "
+                                f"{'with' if querier else 'without'} a querier", times)
 
 
 def pulled_cable():
@@ -205,7 +185,7 @@ def pulled_cable():
             net.plug(card, "down")
             time.sleep(0.1)
             net.plug(card, "up")
-    all_once("two cards on one network, cables pulled in turn 10 times", net.finish())
+    all_once(net, "two cards on one network, cables pulled in turn 10 times")
 
 
 def strangers():
@@ -217,8 +197,7 @@ def strangers():
     time.sleep(0.5)
     alien = sum(text == "noise" for _, text in net.lines)
     other.close()
-    result = net.finish()
-    all_once("another program on another group, and on this group by the other card", result)
+    all_once(net, "another program on another group, and on this group by the other card")
     row("datagrams to other groups and broadcasts", alien == 0, f"{alien} heard")
 
 
@@ -251,8 +230,7 @@ def many_cards():
         net.cable(net.listener, "c1", FIRST_CARD)
         net.listen()
         first = net.heard_after(time.monotonic())
-        net.finish()
-        first_messages(f"25 further interfaces {kind} an address", [first])
+        first_messages(net, f"25 further interfaces {kind} an address", [first])
 
 
 def lost_notices():
@@ -264,8 +242,7 @@ def lost_notices():
     net.cable(net.listener, "c1", FIRST_CARD)
     net.program.send_signal(signal.SIGCONT)
     first = net.heard_after(time.monotonic())
-    net.finish()
-    first_messages("card made anew while notices overflowed", [first])
+    first_messages(net, "card made anew while notices overflowed", [first])
 
 
 def busy():
@@ -275,8 +252,8 @@ def busy():
         time.sleep(0.2)
         socket_on(net.sender, [], b"stall")
         time.sleep(stall / 1000 + float(os.environ.get("BUSY_SECONDS", "0.5")))
-        result, rate = net.finish(), net.stream.rate()
-        all_once(f"stock limits, {rate:.0f} a second, busy for {stall / 1000:.0f} s", result)
+        rate = len(net.times) / (net.times[-1] - net.times[0])
+        all_once(net, f"stock limits, {rate:.0f} a second, busy for {stall / 1000:.0f} s")
 
 
 def storm():
@@ -285,24 +262,24 @@ def storm():
     cards = {"c1": FIRST_CARD, "c2": SECOND_CARD}
     net = Net(*cards.values())
     net.listen(200)
-    listener_ip = net.listener.ip
+    ip = net.listener.ip
     end = time.monotonic() + float(os.environ.get("STORM_SECONDS", "20"))
     faults = 0
     while time.monotonic() < end:
         card, address = dice.choice(list(cards.items()))
         fault, remedy = dice.choice((
             (lambda: net.plug(card, "down"), lambda: net.plug(card, "up")),
-            (lambda: listener_ip(f"link del {card}"), lambda: net.cable(net.listener, card, address)),
-            (lambda: listener_ip(f"addr del {address} dev {card}"),
-             lambda: listener_ip(f"addr add {address} dev {card}")),
-            (lambda: listener_ip(f"link set {card} down"), lambda: listener_ip(f"link set {card} up"))))
+            (lambda: ip(f"link del {card}"), lambda: net.cable(net.listener, card, address)),
+            (lambda: ip(f"addr del {address} dev {card}"),
+             lambda: ip(f"addr add {address} dev {card}")),
+            (lambda: ip(f"link set {card} down"), lambda: ip(f"link set {card} up"))))
         fault()
         time.sleep(dice.choice((0.005, 0.05, 0.3)))
         remedy()
         faults += 1
         # The other card is to hear before the next fault.
         time.sleep(0.3)
-    all_once(f"storm of {faults} faults on two cards, seed {seed}", net.finish())
+    all_once(net, f"storm of {faults} faults on two cards, seed {seed}")
 
 
 def main():

@@ -2,9 +2,6 @@
 
 #include <cerrno>
 #include <set>
-#include <string>
-#include <utility>
-#include <vector>
 
 #include "platform/files/folder_item.h"
 #include "platform/files/text_stream.h"

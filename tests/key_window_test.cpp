@@ -1,7 +1,5 @@
 // The first run: from a typed key to a key file and a listening program.
 
-#include <cerrno>
-
 #include "support/program.h"
 #include "ui/globals.h"
 

@@ -3,10 +3,7 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <chrono>
 #include <set>
-#include <string>
-#include <vector>
 
 #include "support/running.h"
 #include "support/station.h"
@@ -169,30 +166,27 @@ TEST_F(Links, OnlyTheOwnGroupsAndThisHostAreHeardAndEachDatagramOnce) {
 
 class Pins : public testing::Test {
  protected:
-  /// The texts that are let through when `text` arrives by `interface` at `at`.
-  std::string Arrives(InterfaceIndex interface, std::chrono::milliseconds at,
-                      const std::string& text = "x", Ipv4Address from = kPrivate,
-                      uint16_t port = 1) {
-    Arrival arrival;
-    arrival.head.from = from;
-    arrival.head.from_port = port;
-    arrival.head.interface = interface;
-    arrival.at = SteadyTime(at);
-    arrival.head.stamp = at;
-    arrival.data = Text::FromBytes(text);
-    const auto verdict = mPins.Judge(arrival, mDeliver);
-    if (verdict == SenderPins::Verdict::Original) mDeliver(std::move(arrival));
-    return std::exchange(mDelivered, {});
-  }
   struct Copy {
     InterfaceIndex interface;
     std::chrono::milliseconds at;
-    const char* text;
+    const char* text = "x";
+    Ipv4Address from = kPrivate;
+    uint16_t port = 1;
   };
+  /// The texts that are let through.
   std::string Arrive(const std::vector<Copy>& copies) {
-    std::string delivered;
-    for (const auto& [interface, at, text] : copies) delivered += Arrives(interface, at, text);
-    return delivered;
+    for (const auto& copy : copies) {
+      Arrival arrival;
+      arrival.head.from = copy.from;
+      arrival.head.from_port = copy.port;
+      arrival.head.interface = copy.interface;
+      arrival.at = SteadyTime(copy.at);
+      arrival.head.stamp = copy.at;
+      arrival.data = copy.text;
+      const auto verdict = mPins.Judge(arrival, mDeliver);
+      if (verdict == SenderPins::Verdict::Original) mDeliver(std::move(arrival));
+    }
+    return std::exchange(mDelivered, {});
   }
   std::string Lost(InterfaceIndex interface) {
     mPins.Unpin(interface, mDeliver);
@@ -205,21 +199,21 @@ class Pins : public testing::Test {
 };
 
 TEST_F(Pins, HoldASenderForASecondAndAreForgottenInTheEnd) {
-  EXPECT_EQ(Arrives(2, 0ms), "x");
-  EXPECT_EQ(Arrives(3, 1000ms), "");
-  EXPECT_EQ(Arrives(3, 1000ms, "x", kPrivate, 2), "x");
-  EXPECT_EQ(Arrives(3, 1400ms), "x");
-  EXPECT_EQ(Arrives(2, 1401ms), "");
-  EXPECT_EQ(Arrives(3, 1500ms), "x");
-  EXPECT_EQ(Arrives(2, 2400ms), "");
+  EXPECT_EQ(Arrive({{2, 0ms}}), "x");
+  EXPECT_EQ(Arrive({{3, 1000ms}}), "");
+  EXPECT_EQ(Arrive({{3, 1000ms, "x", kPrivate, 2}}), "x");
+  EXPECT_EQ(Arrive({{3, 1400ms}}), "x");
+  EXPECT_EQ(Arrive({{2, 1401ms}}), "");
+  EXPECT_EQ(Arrive({{3, 1500ms}}), "x");
+  EXPECT_EQ(Arrive({{2, 2400ms}}), "");
   // Forged senders push out the sender heard longest ago, and no other.
   for (uint32_t i = 0; i < SenderPins::kMostPins - 1; ++i) {
-    EXPECT_EQ(Arrives(2, 2400ms, "x", 0xC0000000 + i), "x");
+    EXPECT_EQ(Arrive({{2, 2400ms, "x", 0xC0000000 + i}}), "x");
   }
-  EXPECT_EQ(Arrives(3, 2400ms, "x", 0xC0000000), "");
-  EXPECT_EQ(Arrives(2, 2400ms), "");
-  EXPECT_EQ(Arrives(2, 2400ms, "x", kPublic), "x");
-  EXPECT_EQ(Arrives(2, 2400ms), "x");
+  EXPECT_EQ(Arrive({{3, 2400ms, "x", 0xC0000000}}), "");
+  EXPECT_EQ(Arrive({{2, 2400ms}}), "");
+  EXPECT_EQ(Arrive({{2, 2400ms, "x", kPublic}}), "x");
+  EXPECT_EQ(Arrive({{2, 2400ms}}), "x");
 }
 
 // The interfaces 2 and 3 bring in the same stream; 2 is pinned and lost later.

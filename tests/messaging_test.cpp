@@ -5,9 +5,6 @@
 #include <array>
 #include <cerrno>
 #include <fstream>
-#include <string>
-#include <utility>
-#include <vector>
 
 #include "platform/network/ip_address.h"
 #include "platform/values/exceptions.h"

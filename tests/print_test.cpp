@@ -6,7 +6,6 @@
 #include <QProcess>
 #include <QProgressDialog>
 #include <QPushButton>
-#include <QRegularExpression>
 #include <QTimer>
 #include <semaphore>
 
@@ -56,20 +55,16 @@ class Paper : public Running {
     field->Text(Text::FromBytes(text, Encodings::UTF8));
     Dispatch([&] { field->efPrint(PageNumbers::On); });
     QProcess reader;
-    reader.start("pdftotext", {"-bbox", mFile, "-"});
+    reader.start("pdftotext", {"-tsv", mFile, "-"});
     EXPECT_TRUE(reader.waitForFinished());
-    const QRegularExpression word(R"-(<page|n="(.*)" y.*="(.*)" x.*="(.*)" y.*="(.*)">(.*)</w)-");
     std::vector<Sheet> sheets;
-    auto matches = word.globalMatch(QString::fromUtf8(reader.readAllStandardOutput()));
-    while (matches.hasNext()) {
-      const auto match = matches.next();
-      const auto side = [&](int i) { return match.captured(i).toDouble() - kMargin; };
-      if (match.captured() == "<page") {
-        sheets.emplace_back();
-      } else {
-        sheets.back().push_back(
-            {match.captured(5).toStdString(), side(1), side(2), side(3), side(4)});
-      }
+    while (reader.canReadLine()) {
+      const QStringList cells = QString::fromUtf8(reader.readLine()).trimmed().split('\t');
+      if (cells[0] == "1") sheets.emplace_back();
+      if (cells[0] != "5") continue;
+      const double left = cells[6].toDouble() - kMargin, top = cells[7].toDouble() - kMargin;
+      sheets.back().push_back({cells[11].toStdString(), left, top, left + cells[8].toDouble(),
+                               top + cells[9].toDouble()});
     }
     return sheets;
   }

@@ -3,21 +3,12 @@
 #include <gmock/gmock.h>
 
 #include <QAccessible>
-#include <QApplication>
 #include <QClipboard>
-#include <QLineEdit>
-#include <QPushButton>
 #include <QScrollBar>
-#include <QTest>
 #include <QWheelEvent>
-#include <functional>
-#include <memory>
-#include <string>
 #include <tuple>
-#include <utility>
 
-#include "native/qt/side.h"
-#include "native/qt/view/text_view.h"
+#include "support/qt_hands.h"
 #include "support/recorder.h"
 
 namespace quorvel {
@@ -34,12 +25,7 @@ class QtFields : public testing::Test {
     static_cast<void>(QTest::qWaitForWindowActive(Frame()));
   }
 
-  static QWidget* Frame() {
-    for (QWidget* const widget : QApplication::topLevelWidgets()) {
-      if (widget->windowTitle() == "Fields") return widget;
-    }
-    return nullptr;
-  }
+  static QWidget* Frame() { return QtHands::WindowOf("Fields"); }
   template <class Widget>
   static Widget& Find() {
     return *Frame()->findChild<Widget*>("it");
@@ -103,7 +89,7 @@ TEST_F(QtLog, FollowsItsEndUntilTheUserScrollsAway) {
       {"a larger font", [&] { mLook.TextSize = 20; }, true},
       {"a narrower view", [&] { mLook.Width = 110; }, true},
       {"a lower view", [&] { mLook.Height = 90; }, true},
-      {"hidden and shown", [&] { Frame()->hide(), Frame()->show(); }, true},
+      {"hidden and shown", [frame = Frame()] { frame->hide(), frame->show(); }, true},
       {"the wheel up", [&] { Wheel(120); }, false}};
   for (const auto& [name, step, follows] : steps) {
     step();
@@ -115,17 +101,6 @@ TEST_F(QtLog, FollowsItsEndUntilTheUserScrollsAway) {
     EXPECT_EQ(EndInSight(), follows) << name;
     EXPECT_TRUE(follows || Top() == top) << name;
   }
-}
-
-TEST_F(QtLog, RightToLeftLinesStandAtTheRightEdge) {
-  Show("one\n\u05E9\u05DC\u05D5\u05DD\nthree\n");
-  const auto left = [&](size_t line) {
-    const qt::Row& row = View().CurrentPage().Shown().at(line).row;
-    return row.XOf(row.Bytes().begin);
-  };
-  EXPECT_LT(left(0), 20);
-  EXPECT_GT(left(1), 260);
-  EXPECT_LT(left(2), 20);
 }
 
 TEST_F(QtLog, TheMouseAndTheKeyboardSelectText) {
@@ -142,12 +117,7 @@ TEST_F(QtLog, TheMouseAndTheKeyboardSelectText) {
   };
   QWidget* const port = View().viewport();
   QTest::mousePress(port, Qt::LeftButton, {}, at(4));
-  const auto drag_to = [&](size_t position) {
-    QMouseEvent drag(QEvent::MouseMove, at(position), port->mapToGlobal(at(position)), Qt::NoButton,
-                     Qt::LeftButton, {});
-    QApplication::sendEvent(port, &drag);
-  };
-  drag_to(13);
+  QTest::mouseMove(port, at(13));
   QTest::mouseRelease(port, Qt::LeftButton, {}, at(13));
   EXPECT_EQ(selected(), "two\nthree");
   QTest::mouseClick(port, Qt::LeftButton, Qt::ShiftModifier, at(18));
@@ -157,7 +127,7 @@ TEST_F(QtLog, TheMouseAndTheKeyboardSelectText) {
   QTest::mouseClick(port, Qt::LeftButton, {}, at(15));
   EXPECT_EQ(selected(), "three four\n");
   QTest::mouseDClick(port, Qt::LeftButton, {}, at(15));
-  drag_to(9);
+  QTest::mouseMove(port, at(9));
   EXPECT_EQ(selected(), "three four");
   QTest::mouseRelease(port, Qt::LeftButton, {}, at(9));
   QTest::mouseClick(port, Qt::LeftButton, {}, at(19));

@@ -3,8 +3,6 @@
 #include <cerrno>
 #include <chrono>
 #include <ctime>
-#include <iomanip>
-#include <sstream>
 
 #include "log/main_window.h"
 #include "support/program.h"
@@ -35,7 +33,7 @@ TEST_F(Save, AnEmptyLogAsksNothing) {
 
 TEST_F(Save, TheReportIsNamedAfterTheMinuteAndHoldsValidUtf8) {
   std::tm five_past_nine{};
-  std::istringstream("2008-3-7 9:05") >> std::get_time(&five_past_nine, "%Y-%m-%d %H:%M");
+  ASSERT_TRUE(strptime("2008-3-7 9:05", "%Y-%m-%d %H:%M", &five_past_nine));
   five_past_nine.tm_isdst = -1;
   mSide.desktop.now = std::chrono::system_clock::from_time_t(std::mktime(&five_past_nine));
   LogHolds("\xC3\xA9 \xE9\r\n");

@@ -30,7 +30,9 @@ REFUSED = [
     (["--key", "224.1..3", "text"], "", 2, "number is missing"),
     (KEY + TO + ["text"], "", 2, "neither --key"),
     (KEY + ["--interface", "none0", "text"], "", 2, "'none0'"),
-    (["--to", "", "text"], "", 2, "dotted IPv4 address"),
+    *[(["--to", to, "text"], "", 2, "dotted IPv4 address")
+      for to in ("", "224...", "224.1.2", "1.2.3.4.5", "1.2.3.256", "1.2.3.4 ", " 1.2.3.4", "a.b.c.d",
+                 "1.2.3.99999999999")],
     (KEY + ["-2"], "", 2, "put --"),
     (KEY + ["two\nlines", "--two\nlines"], "", 2, "--two"),
     (KEY + KEY + ["text"], "", 2, "twice"),

@@ -2,11 +2,7 @@
 
 #include <cerrno>
 #include <chrono>
-#include <optional>
-#include <string>
 #include <tuple>
-#include <utility>
-#include <vector>
 
 #include "log/main_window.h"
 #include "platform/values/exceptions.h"
@@ -81,7 +77,7 @@ TEST_F(Startup, TheMainWindowIsShownThenListensAndLeavesWhenItCloses) {
   EXPECT_EQ(shown, 1);
   auto& window = *mSide.windows.Find(kListening)->listener;
   const auto log = mSide.windows.FindControl("efLog");
-  const auto size = [&] { return std::pair(log->State().Width, log->State().Height); };
+  const auto size = [&] { return std::pair(log->state.Width, log->state.Height); };
   window.OnResized(300, 200, true);
   EXPECT_EQ(size(), std::pair(280, 180));
   window.OnResized(310, 210, false);
@@ -116,15 +112,6 @@ TEST_F(Startup, WithoutASocketTheProgramEndsOrGoesOnWithoutAWindow) {
   EXPECT_THAT(Titles(), ElementsAre(""));
   mHands.Choose("FileQuit");
   EXPECT_THAT(Titles(), IsEmpty());
-}
-
-TEST_F(Startup, AHostilePacketShowsNoMessageBox) {
-  Start("1.0.5\nMaple-Room-7");
-  mSide.sockets.arriving.emplace_back(1, std::string(8, '\0'));
-  ASSERT_EQ(write(mSide.sockets.open.begin()->second, "", 1), 1);
-  mSide.loop.Turn(0);
-  EXPECT_THAT(mSide.desktop.errors, ElementsAre(StartsWith("StackOverflowException: ")));
-  EXPECT_THAT(Messages(), IsEmpty());
 }
 
 TEST_F(Startup, InTestModeTheTimerSendsAMessageEachSecond) {

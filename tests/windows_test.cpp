@@ -2,10 +2,6 @@
 
 #include <gmock/gmock.h>
 
-#include <sstream>
-#include <string>
-#include <utility>
-
 #include "app/app.h"
 #include "app/entry.h"
 #include "help/about_window.h"

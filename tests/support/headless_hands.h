@@ -8,50 +8,54 @@
 #include <vector>
 
 #include "native/text/utf8.h"
-#include "support/hands.h"
 #include "support/side.h"
 
 namespace quorvel {
 
-/// Hands on a side without a screen.
-class HeadlessHands : public Hands {
+/// What a user sees and does, on a side without a screen.
+class HeadlessHands {
  public:
-  native::Side& Side() override { return side; }
-  bool WaitUntil(const std::function<bool()>& reached) override {
+  enum class Mouse { Move, Press, Release };
+
+  native::Side& Side() { return side; }
+  /// Lets events be delivered and time go by until `reached` holds; false if it never does.
+  bool WaitUntil(const std::function<bool()>& reached) {
     for (int second = 0; second < 100 && !reached(); ++second) {
       side.loop.Settle();
       if (!reached()) side.loop.Advance(std::chrono::seconds(1));
     }
     return reached();
   }
-  void Post(std::function<void()> step) override { side.loop.Post(std::move(step)); }
+  /// Runs `step` as an event of its own in the event loop, while that runs.
+  void Post(std::function<void()> step) { side.loop.Post(std::move(step)); }
 
-  bool IsOpen(const std::string& title) override { return side.windows.Find(title) != nullptr; }
-  std::string ShownText(const std::string& field) override {
-    return ToValidUtf8(Control(field)->text);
-  }
-  std::vector<std::string> Messages() override { return side.dialogs.messages; }
+  // What is on the screen.
+  bool IsOpen(const std::string& title) { return side.windows.Find(title) != nullptr; }
+  std::string ShownText(const std::string& field) { return ToValidUtf8(Control(field)->text); }
+  /// The texts of the message boxes so far; each was dismissed as soon as it came up.
+  std::vector<std::string> Messages() { return side.dialogs.messages; }
 
-  void PressCloseButton(const std::string& title) override { Listener(title).OnCloseRequested(); }
-  void Resize(const std::string& title, int width, int height) override {
+  // What the user does.
+  void PressCloseButton(const std::string& title) { Listener(title).OnCloseRequested(); }
+  void Resize(const std::string& title, int width, int height) {
     Listener(title).OnResized(width, height, true);
     Listener(title).OnResized(width, height, false);
   }
   void Choose(const std::string& item) { side.windows.menu_listener->OnMenuChosen(item); }
-  void PressButton(const std::string& button) override {
+  void PressButton(const std::string& button) {
     const auto pressed = Control(button)->pressed;
     pressed();
   }
-  void UseMouse(Mouse act, const std::string& title, int x, int y) override {
+  void UseMouse(Mouse act, const std::string& title, int x, int y) {
     auto& window = Listener(title);
     if (act == Mouse::Move) window.OnMouseMoved({x, y});
     if (act == Mouse::Press) window.OnMousePressed({x, y});
     if (act == Mouse::Release) window.OnMouseReleased({x, y});
   }
-  void AskToQuit() override { std::raise(SIGTERM); }
-  void WhileNextMessageIsUp(std::function<void()> act) override {
-    side.dialogs.while_open = std::move(act);
-  }
+  /// What the desktop does at the end of the session, or else a signal.
+  void AskToQuit() { std::raise(SIGTERM); }
+  /// Does this while the next message box is up.
+  void WhileNextMessageIsUp(std::function<void()> act) { side.dialogs.while_open = std::move(act); }
 
   test::Side side;
 
@@ -63,5 +67,8 @@ class HeadlessHands : public Hands {
     return *side.windows.Find(title)->listener;
   }
 };
+
+/// The hands of the contract tests, which build with this header.
+using Hands = HeadlessHands;
 
 }  // namespace quorvel

@@ -17,7 +17,6 @@
 
 #include "native/qt/side.h"
 #include "native/qt/view/text_view.h"
-#include "support/hands.h"
 
 namespace quorvel {
 
@@ -25,7 +24,7 @@ namespace quorvel {
 // to end the box itself is followed by a note when the act left the box open.
 class MessageReader : public QObject {
  public:
-  bool eventFilter(QObject* watched, QEvent* event) override {
+  bool eventFilter(QObject* watched, QEvent* event) {
     auto* const box = qobject_cast<QMessageBox*>(watched);
     if (box != nullptr && event->type() == QEvent::Show) {
       QTimer::singleShot(0, box, [this, box] {
@@ -52,23 +51,23 @@ inline void TakeUrl(QtMsgType, const QMessageLogContext&, const QString& message
   if (message.contains("openUrl")) gUrls.push_back(message.section('\'', 1, 1).toStdString());
 }
 
-/// Hands on the Qt side, without a screen.
-class QtHands : public Hands {
+/// What a user sees and does, on the Qt side without a screen.
+class QtHands {
  public:
+  enum class Mouse { Move, Press, Release };
+
   QtHands() {
     gUrls.clear();
     qInstallMessageHandler(TakeUrl);
     qApp->installEventFilter(&mMessages);
   }
 
-  native::Side& Side() override { return *mSide; }
-  bool WaitUntil(const std::function<bool()>& reached) override {
-    return QTest::qWaitFor(reached, 5000);
-  }
-  void Post(std::function<void()> step) override { QTimer::singleShot(0, qApp, std::move(step)); }
+  native::Side& Side() { return *mSide; }
+  bool WaitUntil(const std::function<bool()>& reached) { return QTest::qWaitFor(reached, 5000); }
+  void Post(std::function<void()> step) { QTimer::singleShot(0, qApp, std::move(step)); }
 
-  bool IsOpen(const std::string& title) override { return WindowOf(title) != nullptr; }
-  std::string ShownText(const std::string& field) override {
+  bool IsOpen(const std::string& title) { return WindowOf(title) != nullptr; }
+  std::string ShownText(const std::string& field) {
     QCoreApplication::processEvents();
     if (auto* const line = Control<QLineEdit>(field)) return Std(line->text());
     if (auto* const area = Control<QPlainTextEdit>(field)) return Std(area->toPlainText());
@@ -103,10 +102,10 @@ class QtHands : public Hands {
   }
   /// The addresses that the browser was asked to open.
   std::vector<std::string> OpenedUrls() { return gUrls; }
-  std::vector<std::string> Messages() override { return mMessages.texts; }
+  std::vector<std::string> Messages() { return mMessages.texts; }
 
-  void PressCloseButton(const std::string& title) override { WindowOf(title)->close(); }
-  void Resize(const std::string& title, int width, int height) override {
+  void PressCloseButton(const std::string& title) { WindowOf(title)->close(); }
+  void Resize(const std::string& title, int width, int height) {
     auto* const window = WindowOf(title);
     window->resize(window->size() + QSize(width, height) - Content(title)->size());
   }
@@ -121,9 +120,9 @@ class QtHands : public Hands {
   void Type(const std::string& field, const std::string& text) {
     QTest::keyClicks(Control<QWidget>(field), QString::fromStdString(text));
   }
-  void PressButton(const std::string& button) override { Control<QPushButton>(button)->click(); }
+  void PressButton(const std::string& button) { Control<QPushButton>(button)->click(); }
   // The mouse acts on the widget below the point; once pressed, on that widget until the release.
-  void UseMouse(Mouse act, const std::string& title, int x, int y) override {
+  void UseMouse(Mouse act, const std::string& title, int x, int y) {
     QWidget* const content = Content(title);
     QWidget* const below = content->childAt(x, y);
     if (mGrabbed == nullptr) mGrabbed = below != nullptr ? below : content;
@@ -133,11 +132,19 @@ class QtHands : public Hands {
     if (act == Mouse::Move) QTest::mouseMove(mGrabbed, point);
     mGrabbed = nullptr;
   }
-  void AskToQuit() override {
+  void AskToQuit() {
     QEvent quit(QEvent::Quit);
     QCoreApplication::sendEvent(qApp, &quit);
   }
-  void WhileNextMessageIsUp(std::function<void()> act) override { mMessages.act = std::move(act); }
+  void WhileNextMessageIsUp(std::function<void()> act) { mMessages.act = std::move(act); }
+
+  static QWidget* WindowOf(const std::string& title) {
+    for (auto* const window : QApplication::topLevelWidgets()) {
+      const bool shown = window->isVisible() && qobject_cast<QMenu*>(window) == nullptr;
+      if (shown && Std(window->windowTitle()) == title) return window;
+    }
+    return nullptr;
+  }
 
  private:
   static std::string Std(const QString& text) { return text.toStdString(); }
@@ -184,13 +191,6 @@ class QtHands : public Hands {
     }
     return "no picture";
   }
-  static QWidget* WindowOf(const std::string& title) {
-    for (auto* const window : QApplication::topLevelWidgets()) {
-      const bool shown = window->isVisible() && qobject_cast<QMenu*>(window) == nullptr;
-      if (shown && Std(window->windowTitle()) == title) return window;
-    }
-    return nullptr;
-  }
   static QList<QWidget*> DirectChildren(const QWidget* parent) {
     return parent->findChildren<QWidget*>(Qt::FindDirectChildrenOnly);
   }
@@ -214,5 +214,8 @@ class QtHands : public Hands {
   std::unique_ptr<native::Side> mSide = qt::MakeSide("quorvel");
   QWidget* mGrabbed = nullptr;
 };
+
+/// The hands of the contract tests, which build with this header too.
+using Hands = QtHands;
 
 }  // namespace quorvel

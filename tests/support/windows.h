@@ -5,7 +5,6 @@
 #include <string>
 #include <string_view>
 #include <utility>
-#include <variant>
 #include <vector>
 
 #include "native/window.h"
@@ -14,11 +13,7 @@ namespace quorvel::test {
 
 /// What a control was told to show, and how often.
 struct ShownControl {
-  std::variant<native::LabelState, native::ButtonState, native::TextFieldState, native::CanvasState>
-      kind;
-  [[nodiscard]] const native::ControlState& State() const {
-    return std::visit([](const auto& state) -> const native::ControlState& { return state; }, kind);
-  }
+  native::ControlState state;
   std::string text = {};  ///< of a text field
   int whole_texts = 0;
   native::TextFieldListener* field_listener = nullptr;
@@ -40,7 +35,9 @@ template <class Kind, class State>
 class Control : public Kind {
  public:
   explicit Control(std::shared_ptr<ShownControl> shown) : mShown(std::move(shown)) {}
-  void Update(const State& state) override { mShown->kind = state; }
+  void Update(const State& state) override {
+    mShown->state = static_cast<const native::ControlState&>(state);
+  }
   void Refresh() override {}
 
  protected:
@@ -74,23 +71,26 @@ class Window : public native::Window {
 
   std::unique_ptr<native::TextField> AddTextField(const native::TextFieldState& state,
                                                   native::TextFieldListener& listener) override {
-    return std::make_unique<TextField>(Shown({.kind = state, .field_listener = &listener}));
+    return std::make_unique<TextField>(Shown(state, &listener));
   }
   std::unique_ptr<native::Label> AddLabel(const native::LabelState& state) override {
-    return std::make_unique<Control<native::Label, native::LabelState>>(Shown({.kind = state}));
+    return std::make_unique<Control<native::Label, native::LabelState>>(Shown(state));
   }
   std::unique_ptr<native::Button> AddButton(const native::ButtonState& state,
                                             native::Callback pressed) override {
     return std::make_unique<Control<native::Button, native::ButtonState>>(
-        Shown({.kind = state, .pressed = std::move(pressed)}));
+        Shown(state, nullptr, std::move(pressed)));
   }
   std::unique_ptr<native::Canvas> AddCanvas(const native::CanvasState& state) override {
-    return std::make_unique<Control<native::Canvas, native::CanvasState>>(Shown({.kind = state}));
+    return std::make_unique<Control<native::Canvas, native::CanvasState>>(Shown(state));
   }
 
  private:
-  std::shared_ptr<ShownControl> Shown(ShownControl control) {
-    return mShown->controls.emplace_back(std::make_shared<ShownControl>(std::move(control)));
+  std::shared_ptr<ShownControl> Shown(const native::ControlState& state,
+                                      native::TextFieldListener* listener = nullptr,
+                                      native::Callback pressed = {}) {
+    return mShown->controls.emplace_back(std::make_shared<ShownControl>(
+        ShownControl{.state = state, .field_listener = listener, .pressed = std::move(pressed)}));
   }
 
   ShownWindows& mOpen;
@@ -118,7 +118,7 @@ class Windows : public native::Windows {
   [[nodiscard]] std::shared_ptr<ShownControl> FindControl(std::string_view name) const {
     for (const auto& window : open) {
       for (const auto& control : window->controls) {
-        if (control->State().Name == name) return control;
+        if (control->state.Name == name) return control;
       }
     }
     return nullptr;
