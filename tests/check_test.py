@@ -1,16 +1,6 @@
-"""The real quorvel-check on healthy and on faulty networks.
+"""The real quorvel-check on networks with and without faults: check_test.py PROGRAM-FOLDER."""
 
-Usage: check_test.py FOLDER-OF-THE-PROGRAMS. Ends with 77 where there is no private network.
-"""
-
-import json
-import os
-import pathlib
-import signal
-import socket
-import subprocess
-import sys
-import tempfile
+import json, os, pathlib, signal, socket, subprocess, sys, tempfile
 
 from support.programs import HOST, PORT, check, in_private_network, packet, run, wait_for
 

@@ -19,7 +19,6 @@ namespace quorvel {
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 using Events = std::vector<std::string>;
 Events gEvents;
@@ -141,37 +140,31 @@ TEST_F(Contract, AnAccessorFindsTheOpenWindowOrOpensANewWindow) {
   EXPECT_FALSE(ImplicitWindow<Probe>() == first);
 }
 
-TEST_F(Contract, AQuitUnwindsThenClosesTheWindowsAndTheApplicationOnce) {
-  const std::function<void()> quit = [] { Quit(0), Happens("behind the quit"); };
-  const std::function<void()> ask = [&] { mHands.AskToQuit(); };
-  gThen["close"] = [] { throw RuntimeException("in the quit"); };
-  for (const auto& handler : {quit, ask}) {
+TEST_F(Contract, AQuitUnwindsAllHandlersThenClosesTheWindowsAndTheApplicationOnce) {
+  using Act = std::function<void()>;
+  const Act fail = [] { throw RuntimeException("in the quit"); };
+  const Act quit = [] { Quit(0), Happens("behind the quit"); };
+  const Act ask = [&] { mHands.AskToQuit(); };
+  const Act close = [&] { mHands.PressCloseButton("Probe"); };
+  const Act nest = [&] {
+    mHands.Post(close);
+    for (int i = 0; i < 100; ++i) mApp->DoEvents(-1);
+    Happens("behind the quit");
+  };
+  const Act show_box = [&] {
+    mHands.WhileNextMessageIsUp(close);
+    MsgBox("up"), Happens("behind the quit");
+  };
+  using Case = std::tuple<Act, Act, const char*>;
+  for (const auto& [handler, close_handler, question] :
+       {Case{quit, fail, "quits"}, Case{ask, fail, "quits"}, Case{nest, quit, "asked"},
+        Case{show_box, quit, "asked"}}) {
+    gThen["close"] = close_handler;
     Start();
     OpenProbe();
     RunsUntilQuit(handler);
     EXPECT_FALSE(mHands.IsOpen("Probe"));
-    EXPECT_THAT(Happened(), ElementsAre("start", "quits", "close", "end"));
-  }
-  EXPECT_THAT(mHands.Messages(), IsEmpty());
-}
-
-TEST_F(Contract, AQuitInsideANestedLoopUnwindsTheOuterHandler) {
-  const auto close = [&] { mHands.PressCloseButton("Probe"); };
-  gThen["close"] = [] { Quit(0); };
-  for (const bool in_message_box : {false, true}) {
-    Start();
-    OpenProbe();
-    RunsUntilQuit([&] {
-      if (in_message_box) {
-        mHands.WhileNextMessageIsUp(close);
-        MsgBox("up");
-      } else {
-        mHands.Post(close);
-        for (int i = 0; i < 100; ++i) mApp->DoEvents(-1);
-      }
-      Happens("behind the quit");
-    });
-    EXPECT_THAT(Happened(), ElementsAre("start", "asked", "close", "end"));
+    EXPECT_THAT(Happened(), ElementsAre("start", question, "close", "end"));
   }
   EXPECT_THAT(mHands.Messages(), ElementsAre("up"));
 }

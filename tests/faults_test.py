@@ -13,6 +13,7 @@ from support.programs import PORT, in_private_network, packet
 from virtual_host import Host
 
 PROGRAMS = sys.argv[1]
+STOCK_LIMITS = f"{PROGRAMS}/libquorvel_stock_limits.so"
 KEY, GROUP = "Maple-Room-7", "224.195.13.122"
 FIRST_CARD, SECOND_CARD = "10.77.0.1/24", "10.77.0.2/24"
 failures = []
@@ -60,6 +61,7 @@ class Net:
         threading.Thread(target=self.read, daemon=True).start()
         time.sleep(0.05)
         self.stream = self.sender.within(lambda: self.send(1 / per_second))
+        return self
 
     def read(self):
         for line in self.program.stdout:
@@ -69,7 +71,7 @@ class Net:
         """The seconds until the first message after the card was made anew."""
         self.listener.ip("link del c1")
         self.cable(self.listener, "c1", FIRST_CARD)
-        return self.heard_after(time.monotonic())
+        return self.heard_after()
 
     def send(self, pause):
         """Sends numbered messages to the group until the end."""
@@ -83,8 +85,9 @@ class Net:
             due += pause
             time.sleep(max(0, due - time.monotonic()))
 
-    def heard_after(self, moment, limit=10.0):
-        """The seconds until the first message that was sent after the moment; -1 for none."""
+    def heard_after(self, limit=10.0):
+        """The seconds until the first message that is sent from this moment on; -1 for none."""
+        moment = time.monotonic()
         first = sum(at < moment for at in list(self.times))
         while time.monotonic() < moment + limit:
             times = [at for at, text in list(self.lines) if text.isdigit() and int(text) >= first]
@@ -129,14 +132,13 @@ def all_once(net, name):
 
 
 def late_card():
-    net = Net()
-    net.listen()
+    net = Net().listen()
     net.cable(net.listener, "c1")
     time.sleep(0.3)
     net.listener.ip(f"addr add {FIRST_CARD} dev c1")
-    times = [net.heard_after(time.monotonic())]
+    times = [net.heard_after()]
     net.listener.ip("route add default via 10.77.0.9")
-    times.append(net.heard_after(time.monotonic()))
+    times.append(net.heard_after())
     first_messages(net, "started without a card; then card, address, route", times)
 
 
@@ -154,8 +156,7 @@ def tunnel():
 
 
 def new_cards():
-    net = Net(FIRST_CARD, querier=1)
-    net.listen()
+    net = Net(FIRST_CARD, querier=1).listen()
     times = [net.new_card() for _ in range(50)]
     first_messages(net, "card made anew 50 times", times)
 
@@ -163,21 +164,19 @@ def new_cards():
 def short_losses():
     for querier in (0, 1):
         for out in (0.02, 0.5):
-            net = Net(FIRST_CARD, querier=querier)
-            net.listen()
+            net = Net(FIRST_CARD, querier=querier).listen()
             times = []
             for _ in range(5):
                 net.plug("c1", "down")
                 time.sleep(out)
                 net.plug("c1", "up")
-                times.append(net.heard_after(time.monotonic()))
+                times.append(net.heard_after())
             first_messages(net, f"cable out for {1000 * out:.0f} ms 5 times, switch "
                                 f"{'with' if querier else 'without'} a querier", times)
 
 
 def pulled_cable():
-    net = Net(FIRST_CARD, SECOND_CARD)
-    net.listen(1000)
+    net = Net(FIRST_CARD, SECOND_CARD).listen(1000)
     for _ in range(5):
         for card in ("c1", "c2"):
             # Also on a busy machine, the other card is a member again by then.
@@ -229,26 +228,22 @@ def many_cards():
                             f"link set d{i} up")
         net.cable(net.listener, "c1", FIRST_CARD)
         net.listen()
-        first = net.heard_after(time.monotonic())
-        first_messages(net, f"25 further interfaces {kind} an address", [first])
+        first_messages(net, f"25 further interfaces {kind} an address", [net.heard_after()])
 
 
 def lost_notices():
-    net = Net(FIRST_CARD)
-    net.listen()
+    net = Net(FIRST_CARD).listen()
     net.program.send_signal(signal.SIGSTOP)
     net.listener.ip("link add flood type bridge", *["link set flood up", "link set flood down"] * 400)
     net.listener.ip("link del c1")
     net.cable(net.listener, "c1", FIRST_CARD)
     net.program.send_signal(signal.SIGCONT)
-    first = net.heard_after(time.monotonic())
-    first_messages(net, "card made anew while notices overflowed", [first])
+    first_messages(net, "card made anew while notices overflowed", [net.heard_after()])
 
 
 def busy():
     for stall, per_second in ((1000, 5000), (2000, 5000), (4000, 5000), (1000, 20000)):
-        net = Net(FIRST_CARD)
-        net.listen(per_second, stall, LD_PRELOAD=f"{PROGRAMS}/libquorvel_stock_limits.so")
+        net = Net(FIRST_CARD).listen(per_second, stall, LD_PRELOAD=STOCK_LIMITS)
         time.sleep(0.2)
         socket_on(net.sender, [], b"stall")
         time.sleep(stall / 1000 + float(os.environ.get("BUSY_SECONDS", "0.5")))
@@ -260,8 +255,7 @@ def storm():
     seed = int(os.environ.get("SEED", time.time_ns() % 1000000))
     dice = random.Random(seed)
     cards = {"c1": FIRST_CARD, "c2": SECOND_CARD}
-    net = Net(*cards.values())
-    net.listen(200)
+    net = Net(*cards.values()).listen(200)
     ip = net.listener.ip
     end = time.monotonic() + float(os.environ.get("STORM_SECONDS", "20"))
     faults = 0

@@ -21,9 +21,6 @@
 namespace quorvel {
 namespace {
 
-using testing::DoubleNear;
-using testing::Lt;
-
 /// A word on a sheet, in units from the corner of the printable area.
 struct Word {
   std::string text;
@@ -86,11 +83,11 @@ TEST_F(Paper, HoldsWholeLinesBetweenTheMarginsAndAFooter) {
   ASSERT_EQ(sheets.size(), 2U);
   for (const auto& sheet : sheets) {
     ASSERT_EQ(sheet.size(), 9U + 2);
-    EXPECT_THAT(sheet[0].left, DoubleNear(65, 1));
-    EXPECT_THAT(sheet[0].top, DoubleNear(65, 2));
-    EXPECT_THAT(sheet[8].bottom, Lt(kHeight - 65 + 1));
-    EXPECT_THAT(sheet[9].bottom, DoubleNear(kHeight - 5 + 2, 1));  // letters reach 2 below the line
-    EXPECT_THAT(sheet[9].bottom - sheet[9].top, DoubleNear(8 * 1.2, 1));
+    EXPECT_NEAR(sheet[0].left, 65, 1);
+    EXPECT_NEAR(sheet[0].top, 65, 2);
+    EXPECT_LT(sheet[8].bottom, kHeight - 65 + 1);
+    EXPECT_NEAR(sheet[9].bottom, kHeight - 5 + 2, 1);  // letters reach 2 below the line
+    EXPECT_NEAR(sheet[9].bottom - sheet[9].top, 8 * 1.2, 1);
   }
 }
 
@@ -109,7 +106,7 @@ TEST_F(Paper, ALongParagraphLosesNoLetter) {
   for (int i = 0; i < 900; ++i) words += "\u00e9" + std::to_string(i);
   for (const auto& sheet : Printed(words)) {
     for (size_t i = 0; i + 2 < sheet.size(); ++i) {
-      EXPECT_THAT(sheet[i].right, Lt(kWidth - 65 + 1));
+      EXPECT_LT(sheet[i].right, kWidth - 65 + 1);
       printed += sheet[i].text;
     }
   }
@@ -124,9 +121,9 @@ TEST_F(Paper, TabStopsAre80UnitsApartAndRightToLeftLinesAtTheRight) {
     ASSERT_EQ(sheet.size(), 4U + 2);
     for (size_t i = 0; i < 3; ++i) {
       EXPECT_EQ(sheet[i].top, sheet[0].top);
-      EXPECT_THAT(sheet[i].left, DoubleNear(65 + 80.0 * static_cast<double>(i), 1));
+      EXPECT_NEAR(sheet[i].left, 65 + 80.0 * static_cast<double>(i), 1);
     }
-    EXPECT_THAT(sheet[3].right, DoubleNear(kWidth - 65, 2));
+    EXPECT_NEAR(sheet[3].right, kWidth - 65, 2);
   }
 }
 

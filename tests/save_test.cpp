@@ -10,7 +10,6 @@
 namespace quorvel {
 namespace {
 
-using testing::ElementsAre;
 using testing::IsEmpty;
 
 class Save : public Program {
@@ -27,7 +26,8 @@ class Save : public Program {
 TEST_F(Save, AnEmptyLogAsksNothing) {
   mHands.Choose("FileSave");
   mHands.Choose("FilePrint");
-  EXPECT_THAT(Messages(), ElementsAre("There is nothing to save.", "There is nothing to print."));
+  EXPECT_THAT(Messages(),
+              testing::ElementsAre("There is nothing to save.", "There is nothing to print."));
   EXPECT_THAT(mSide.dialogs.save_questions, IsEmpty());
 }
 

@@ -1,11 +1,6 @@
-"""The real quorvel-send: what its datagrams hold, and how it reports wrong uses and failures.
+"""The datagrams and error messages of the real quorvel-send: send_test.py PROGRAM-FOLDER."""
 
-Usage: send_test.py FOLDER-OF-THE-PROGRAMS. Ends with 77 where there is no private network.
-"""
-
-import os
-import socket
-import sys
+import os, socket, sys
 
 from support.programs import HOST, PORT, check, in_private_network, packet, run
 
@@ -31,8 +26,8 @@ REFUSED = [
     (KEY + TO + ["text"], "", 2, "neither --key"),
     (KEY + ["--interface", "none0", "text"], "", 2, "'none0'"),
     *[(["--to", to, "text"], "", 2, "dotted IPv4 address")
-      for to in ("", "224...", "224.1.2", "1.2.3.4.5", "1.2.3.256", "1.2.3.4 ", " 1.2.3.4", "a.b.c.d",
-                 "1.2.3.99999999999")],
+      for to in ("", "224...", "224.1.2", "1.2.3.4.5", "1.2.3.256", "1.2.3.4 ", " 1.2.3.4",
+                 "a.b.c.d", "1.2.3.99999999999")],
     (KEY + ["-2"], "", 2, "put --"),
     (KEY + ["two\nlines", "--two\nlines"], "", 2, "--two"),
     (KEY + KEY + ["text"], "", 2, "twice"),

@@ -1,14 +1,6 @@
-"""The real program on a screen of its own: started, sent to, read, closed.
+"""The real program on a screen of its own, under a user's hands: smoke_test.py PROGRAM-FOLDER."""
 
-Usage: smoke_test.py FOLDER-OF-THE-PROGRAMS. Ends with 77 where there is no private network.
-"""
-
-import os
-import pathlib
-import socket
-import subprocess
-import sys
-import tempfile
+import os, pathlib, socket, subprocess, sys, tempfile
 
 from support.programs import HOST, PORT, check, in_private_network, wait_for
 

@@ -13,7 +13,6 @@ namespace quorvel {
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 constexpr int32_t kPort = 5563;
 
@@ -108,7 +107,7 @@ TEST_F(Sockets, EachHearsItsOwnGroupOnOneSharedPortUntilItLeaves) {
   quiz->SendMessageToGroup("Quiz Night", 1, "to quiz");
   for (const auto& station : {quiz, maple, maple_too}) station->Poll();
   maple->Unregister("Maple-Room-7");
-  EXPECT_THAT(maple->errors, IsEmpty());
+  EXPECT_THAT(maple->errors, testing::IsEmpty());
   quiz->SendMessageToGroup("Maple-Room-7", 1, "later");
   for (const auto& station : {quiz, maple, maple_too}) station->Poll();
   EXPECT_THAT(maple->heard, ElementsAre("to maple"));

@@ -14,7 +14,6 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-using testing::StartsWith;
 using namespace std::chrono_literals;
 
 constexpr Ipv4Address kMapleRoom7 = 0xE0C30D7A;
@@ -103,7 +102,7 @@ TEST_F(Startup, WithoutASocketTheProgramEndsOrGoesOnWithoutAWindow) {
   Start();
   mHands.PressCloseButton(kGettingStarted);
   EXPECT_TRUE(mSide.loop.Stopped());
-  EXPECT_THAT(mSide.desktop.errors, ElementsAre(StartsWith("NilObjectException: ")));
+  EXPECT_THAT(mSide.desktop.errors, ElementsAre(testing::StartsWith("NilObjectException: ")));
   Finish();
   Start("1.0.5\nfour");
   mHands.PressCloseButton(kGettingStarted);

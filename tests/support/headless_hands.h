@@ -2,7 +2,6 @@
 
 #include <chrono>
 #include <csignal>
-#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -31,7 +30,9 @@ class HeadlessHands {
 
   // What is on the screen.
   bool IsOpen(const std::string& title) { return side.windows.Find(title) != nullptr; }
-  std::string ShownText(const std::string& field) { return ToValidUtf8(Control(field)->text); }
+  std::string ShownText(const std::string& field) {
+    return ToValidUtf8(side.windows.FindControl(field)->text);
+  }
   /// The texts of the message boxes so far; each was dismissed as soon as it came up.
   std::vector<std::string> Messages() { return side.dialogs.messages; }
 
@@ -43,7 +44,7 @@ class HeadlessHands {
   }
   void Choose(const std::string& item) { side.windows.menu_listener->OnMenuChosen(item); }
   void PressButton(const std::string& button) {
-    const auto pressed = Control(button)->pressed;
+    const auto pressed = side.windows.FindControl(button)->pressed;
     pressed();
   }
   void UseMouse(Mouse act, const std::string& title, int x, int y) {
@@ -60,9 +61,6 @@ class HeadlessHands {
   test::Side side;
 
  private:
-  std::shared_ptr<test::ShownControl> Control(const std::string& name) {
-    return side.windows.FindControl(name);
-  }
   native::WindowListener& Listener(const std::string& title) {
     return *side.windows.Find(title)->listener;
   }

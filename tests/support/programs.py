@@ -1,10 +1,6 @@
 """What the tests of the real programs share."""
 
-import os
-import struct
-import subprocess
-import sys
-import time
+import os, struct, subprocess, sys, time
 
 HOST, PORT = "10.77.0.1", 5563
 

@@ -20,29 +20,6 @@
 
 namespace quorvel {
 
-// Notes the text of each message box, and dismisses the box. An act during which the program has
-// to end the box itself is followed by a note when the act left the box open.
-class MessageReader : public QObject {
- public:
-  bool eventFilter(QObject* watched, QEvent* event) {
-    auto* const box = qobject_cast<QMessageBox*>(watched);
-    if (box != nullptr && event->type() == QEvent::Show) {
-      QTimer::singleShot(0, box, [this, box] {
-        texts.push_back(box->text().toStdString());
-        if (const auto ends_box = std::exchange(act, nullptr)) {
-          ends_box();
-          if (box->isVisible()) texts.emplace_back("left open");
-        }
-        box->accept();
-      });
-    }
-    return false;
-  }
-
-  std::vector<std::string> texts;
-  std::function<void()> act;
-};
-
 // The platform without a screen has no browser, and warns of each address that the platform is
 // asked to open.
 inline std::vector<std::string> gUrls;
@@ -59,7 +36,8 @@ class QtHands {
   QtHands() {
     gUrls.clear();
     qInstallMessageHandler(TakeUrl);
-    qApp->installEventFilter(&mMessages);
+    mWatch.callOnTimeout([this] { ReadMessage(); });
+    mWatch.start(1);
   }
 
   native::Side& Side() { return *mSide; }
@@ -102,7 +80,7 @@ class QtHands {
   }
   /// The addresses that the browser was asked to open.
   std::vector<std::string> OpenedUrls() { return gUrls; }
-  std::vector<std::string> Messages() { return mMessages.texts; }
+  std::vector<std::string> Messages() { return mMessages; }
 
   void PressCloseButton(const std::string& title) { WindowOf(title)->close(); }
   void Resize(const std::string& title, int width, int height) {
@@ -136,7 +114,7 @@ class QtHands {
     QEvent quit(QEvent::Quit);
     QCoreApplication::sendEvent(qApp, &quit);
   }
-  void WhileNextMessageIsUp(std::function<void()> act) { mMessages.act = std::move(act); }
+  void WhileNextMessageIsUp(std::function<void()> act) { mAct = std::move(act); }
 
   static QWidget* WindowOf(const std::string& title) {
     for (auto* const window : QApplication::topLevelWidgets()) {
@@ -147,6 +125,18 @@ class QtHands {
   }
 
  private:
+  // Notes the text of a message box, and dismisses the box. An act during which the program has to
+  // end the box itself is followed by a note when the act left the box open.
+  void ReadMessage() {
+    auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    if (box == nullptr) return;
+    mMessages.push_back(box->text().toStdString());
+    if (const auto ends_box = std::exchange(mAct, nullptr)) {
+      ends_box();
+      if (box->isVisible()) mMessages.emplace_back("left open");
+    }
+    box->accept();
+  }
   static std::string Std(const QString& text) { return text.toStdString(); }
   static std::string Size(QSize size) {
     return Std(QString("%1x%2").arg(size.width()).arg(size.height()));
@@ -210,8 +200,10 @@ class QtHands {
     return nullptr;
   }
 
-  MessageReader mMessages;
   std::unique_ptr<native::Side> mSide = qt::MakeSide("quorvel");
+  QTimer mWatch;
+  std::vector<std::string> mMessages;
+  std::function<void()> mAct;
   QWidget* mGrabbed = nullptr;
 };
 
