@@ -1,6 +1,5 @@
 #include "native/qt/view/announcer.h"
 
-#include <QAccessible>
 #include <algorithm>
 #include <chrono>
 
@@ -32,11 +31,20 @@ void Announcer::Tell() {
   const QString added =
       ShownText(now.substr(told_to == 0 ? 0 : now.size() - length, length), offsets);
   told_to = now.size();
-  const auto* const accessible = QAccessible::queryAccessibleInterface(&view)->textInterface();
-  const auto begin = accessible->characterCount() - static_cast<int>(added.size());
+  const auto begin = Accessible().characterCount() - static_cast<int>(added.size());
   QAccessibleTextInsertEvent event(&view, std::max(begin, 0), added);
   QAccessible::updateAccessibility(&event);
   pause.start();
+}
+
+void Announcer::TellCaret() {
+  if (!QAccessible::isActive()) return;
+  QAccessibleTextCursorEvent moved(&view, Accessible().cursorPosition());
+  QAccessible::updateAccessibility(&moved);
+}
+
+const QAccessibleTextInterface& Announcer::Accessible() const {
+  return *QAccessible::queryAccessibleInterface(&view)->textInterface();
 }
 
 }  // namespace quorvel::qt

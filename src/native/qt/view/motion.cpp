@@ -2,8 +2,7 @@
 
 namespace quorvel::qt {
 
-size_t CaretMotion::Moved(size_t from, Motion motion, qreal page_height) {
-  const Row row = rows.At(from);
+size_t CaretMotion::Moved(size_t from, Motion motion, qreal page_step) {
   switch (motion) {
     case Motion::None:
       return from;
@@ -16,17 +15,17 @@ size_t CaretMotion::Moved(size_t from, Motion motion, qreal page_height) {
     case Motion::PreviousWord:
       return PreviousStop(from, QTextLayout::SkipWords);
     case Motion::RowBegin:
-      return row.Bytes().begin;
+      return rows.At(from).Bytes().begin;
     case Motion::RowEnd:
-      return row.EndOfCaret();
+      return rows.At(from).EndOfCaret();
     case Motion::RowUp:
       return PassRows(from, 1, false);
     case Motion::RowDown:
       return PassRows(from, 1, true);
     case Motion::PageUp:
-      return PassRows(from, page_height - row.Height(), false);
+      return PassRows(from, page_step, false);
     case Motion::PageDown:
-      return PassRows(from, page_height - row.Height(), true);
+      return PassRows(from, page_step, true);
     case Motion::TextBegin:
       return 0;
     case Motion::TextEnd:

@@ -37,9 +37,9 @@ struct Selection {
 class CaretMotion {
  public:
   explicit CaretMotion(Rows& of) : rows(of) {}
-  /// Where `motion` takes a caret at `from`, on pages of `page_height` logical pixels. Rows passed
-  /// one after the other keep the x at which the first motion began.
-  [[nodiscard]] size_t Moved(size_t from, Motion motion, qreal page_height);
+  /// Where `motion` takes a caret at `from`; a page up or down is `page_step` logical pixels. Rows
+  /// passed one after the other keep the x at which the first motion began.
+  [[nodiscard]] size_t Moved(size_t from, Motion motion, qreal page_step);
 
  private:
   [[nodiscard]] size_t NextStop(size_t from, QTextLayout::CursorMode by);

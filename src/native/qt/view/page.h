@@ -33,6 +33,10 @@ class Page {
   /// The bytes of the rows in sight.
   [[nodiscard]] Range Bytes() const;
   [[nodiscard]] qreal Height() const { return height; }
+  /// The height of the top row.
+  [[nodiscard]] qreal RowHeight() const { return shown.front().row.Height(); }
+  /// How far a page up or down goes: a row stays in sight.
+  [[nodiscard]] qreal PageStep() const { return height - RowHeight(); }
 
   // Scrolling, as far as there is text.
   void ScrollBy(qreal down);
