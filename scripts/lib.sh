@@ -9,7 +9,10 @@ export CCACHE_BASEDIR=$root CCACHE_NOHASHDIR=1
 
 # The one list of Debian packages, by purpose.
 build_packages=(g++ cmake ninja-build libcli11-dev nlohmann-json3-dev)
-desktop_packages=(qt6-base-dev qt6-multimedia-dev)
+desktop_packages=(qt6-base-dev qt6-multimedia-dev librsvg2-bin)
+package_packages=(dpkg-dev file)
+package_check_packages=(lintian desktop-file-utils appstream)
+clean_root_packages=(debootstrap xvfb openbox xdotool xclip x11-utils poppler-utils iproute2 python3)
 test_packages=(libgtest-dev libgmock-dev libbenchmark-dev xvfb openbox xdotool xclip imagemagick
                x11-utils iproute2 python3 poppler-utils fonts-dejavu-core ccache)
 sanitizer_packages=(clang libclang-rt-14-dev ccache)

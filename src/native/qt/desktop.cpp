@@ -33,7 +33,7 @@ QDir ProgramFolder() { return QCoreApplication::applicationDirPath(); }
 // The module of sound/sound.cpp, beside the program or installed; null when the module is absent.
 auto FindPlayer() {
   using Player = void (*)(QObject & sounds, const QString& name);
-  for (const char* const folder : {".", "../lib/quorvel"}) {
+  for (const char* const folder : {".", QUORVEL_MODULES_FOLDER}) {
     QLibrary module(ProgramFolder().filePath(folder) + "/quorvel_sound");
     if (const auto play = module.resolve("quorvel_play_sound")) {
       return reinterpret_cast<Player>(play);
@@ -48,7 +48,7 @@ std::filesystem::path Desktop::DocumentsFolder() { return FindDocumentsFolder();
 
 std::filesystem::path Desktop::ResourcesFolder() {
   const QString beside = ProgramFolder().filePath("resources");
-  const QString installed = ProgramFolder().filePath("../share/quorvel/resources");
+  const QString installed = ProgramFolder().filePath(QUORVEL_RESOURCES_FOLDER);
   return PathOf(QDir::cleanPath(QDir(beside).exists() ? beside : installed));
 }
 

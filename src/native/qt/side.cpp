@@ -2,6 +2,7 @@
 
 #include <dlfcn.h>
 #include <QApplication>
+#include <QIcon>
 #include <QSettings>
 #include <future>
 #include <string>
@@ -31,6 +32,18 @@ void ReadFontList() {
   if (read) read();
 }
 
+// The desktop's icon of the program where the program is installed for the desktop; else the icons
+// in the folder that lies to the program as the installed folder does, also in a build tree.
+QIcon WindowIcon() {
+  QIcon beside;
+  const QString folder = QCoreApplication::applicationDirPath() + "/" QUORVEL_ICONS_FOLDER "/";
+  for (const int side : {16, 24, 32, 48, 64, 128}) {
+    const QString file = QString("%1x%1/apps/" QUORVEL_APPLICATION_ID ".png").arg(side);
+    beside.addFile(folder + file, QSize(side, side));
+  }
+  return QIcon::fromTheme(QUORVEL_APPLICATION_ID, beside);
+}
+
 class Side final : public native::Side {
  public:
   explicit Side(const char* program_name)
@@ -38,6 +51,8 @@ class Side final : public native::Side {
     QCoreApplication::setApplicationName("Quorvel");
     QCoreApplication::setQuitLockEnabled(false);
     QApplication::setQuitOnLastWindowClosed(false);
+    QGuiApplication::setDesktopFileName(QUORVEL_APPLICATION_ID);
+    QApplication::setWindowIcon(WindowIcon());
     KeepNoSettings();
   }
   // Widgets that were given to deleteLater() cannot outlive the application.
