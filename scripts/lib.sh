@@ -46,8 +46,20 @@ missing_packages() {
   done
 }
 
-# install_packages PACKAGE...: installs what is missing and goes on when that cannot be done: what
-# the build then lacks, it names itself.
+# Without the administrator's rights nothing is installed, and without a compiler, CMake and Ninja
+# nothing is built.
+go_on_without() {
+  say "these packages are missing: $*"
+  say "ask an administrator of this computer for: apt-get install $*"
+  local tool
+  for tool in cmake ninja c++; do
+    if ! command -v "$tool" >/dev/null; then fail "nothing can be built without $tool"; fi
+  done
+  say "going on without them"
+}
+
+# install_packages PACKAGE...: installs the missing packages, and goes on without them where the
+# tools of every build are here nevertheless.
 install_packages() {
   if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
     say "packages are installed on Debian only; this needs the equivalents of: $*"
@@ -56,11 +68,15 @@ install_packages() {
   local -a missing
   mapfile -t missing < <(missing_packages "$@")
   if [[ ${#missing[@]} -eq 0 ]]; then return; fi
+  if [[ $EUID -ne 0 ]] && ! command -v sudo >/dev/null; then
+    go_on_without "${missing[@]}"
+    return
+  fi
   say "installing ${missing[*]}"
   local -a apt=(env DEBIAN_FRONTEND=noninteractive apt-get -q -o DPkg::Lock::Timeout=300)
   if ! as_root "${apt[@]}" update >&2 ||
      ! as_root "${apt[@]}" install -y --no-install-recommends "${missing[@]}" >&2; then
-    say "could not install ${missing[*]}; going on with what is here"
+    go_on_without "${missing[@]}"
   fi
 }
 
