@@ -49,8 +49,7 @@ missing_packages() {
 # Without the administrator's rights nothing is installed, and without a compiler, CMake and Ninja
 # nothing is built.
 go_on_without() {
-  say "these packages are missing: $*"
-  say "ask an administrator of this computer for: apt-get install $*"
+  say "packages are missing; ask an administrator of this computer for: apt-get install $*"
   local tool
   for tool in cmake ninja c++; do
     if ! command -v "$tool" >/dev/null; then fail "nothing can be built without $tool"; fi

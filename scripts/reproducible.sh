@@ -5,7 +5,9 @@ set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
 
 export CCACHE_DISABLE=1
-SOURCE_DATE_EPOCH=$(git log -1 --format=%ct)
+# Both builds are of this commit, whatever is committed in the meantime.
+commit=$(git rev-parse HEAD)
+SOURCE_DATE_EPOCH=$(git log -1 --format=%ct "$commit")
 export SOURCE_DATE_EPOCH
 work=$(mktemp -d)
 trap 'rm -rf --one-file-system "$work"' EXIT
@@ -15,7 +17,7 @@ trap 'rm -rf --one-file-system "$work"' EXIT
 build_in() {
   local folder=$work/$1
   mkdir -p "$folder"
-  git archive HEAD | tar -x -C "$folder"
+  git archive "$commit" | tar -x -C "$folder"
   local start=$SECONDS
   packages+=("$(cd "$folder" && umask "$2" && TZ=$3 LC_ALL=$4 bash scripts/package.sh)")
   say "built ${packages[-1]##*/} in $((SECONDS - start)) s"
