@@ -7,6 +7,9 @@ execute_process(
   COMMAND strip --strip-unneeded --remove-section=.comment --remove-section=.note ${programs}
   COMMAND_ERROR_IS_FATAL ANY)
 
+# The folders are everybody's to read, whatever the builder allows others for new files.
+execute_process(COMMAND find ${tree} -type d -exec chmod 755 {} + COMMAND_ERROR_IS_FATAL ANY)
+
 # Every file gets the time of the source, so that the time of the build does not reach the package.
 if(DEFINED ENV{SOURCE_DATE_EPOCH})
   execute_process(
