@@ -11,6 +11,8 @@ install_packages "${build_packages[@]}" "${desktop_packages[@]}" "${package_pack
 export SOURCE_DATE_EPOCH=${SOURCE_DATE_EPOCH:-$(git log -1 --format=%ct 2>/dev/null ||
   dpkg-parsechangelog --file packaging/changelog --show-field Timestamp)}
 
+# The package's files and archive have the same permissions, whoever builds the package.
+umask 022
 configure release OFF >&2
 build release installed_files >&2
 (
