@@ -2,6 +2,13 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+#include <sstream>
+#include <string>
+#include <tuple>
+#include <utility>
+#include <vector>
+
 #include "app/app.h"
 #include "app/entry.h"
 #include "help/about_window.h"
@@ -50,7 +57,7 @@ TEST_F(AllWindows, HaveTheirCommandsTheirControlsAndTheirTexts) {
     mHands.BringToFront(title);
     looks << title << ":";
     for (const auto& item : mHands.EnabledItems()) looks << " " << item;
-    looks << "\n" << mHands.WindowLook(title) << "\n";
+    looks << "\n" << mHands.WindowLook(title) << "Tab:" << mHands.TabOrder() << "\n\n";
   }
   EXPECT_EQ(looks.str(), ReadFile(QUORVEL_WINDOWS));
   mHands.Type("efKey", "A key of more than twenty characters");
@@ -90,7 +97,7 @@ TEST_F(AllWindows, ClicksOpenHelpTopicsAndTheWebPage) {
         std::pair(190, "Support"), std::pair(220, "Use and Distribution"),
         std::pair(250, "Other Titles")}) {
     mHands.UseMouse(Hands::Mouse::Move, "Help", 30, y);
-    const std::string hovered = topic + std::string("' 12px #0000ff underlined link finger\n");
+    const std::string hovered = topic + std::string("' 12px #0000ff underlined link finger - Link");
     EXPECT_THAT(mHands.WindowLook("Help"), HasSubstr(hovered));
     EXPECT_THAT(click(30, y), testing::StartsWith(topic));
     mHands.UseMouse(Hands::Mouse::Move, "Help", 100, 400);
@@ -100,6 +107,59 @@ TEST_F(AllWindows, ClicksOpenHelpTopicsAndTheWebPage) {
   click(250, 483);
   EXPECT_THAT(mHands.OpenedUrls(),
               testing::ElementsAre("http://www.quorvel.example/products/quorvel.htm"));
+}
+
+TEST_F(AllWindows, KeysCloseHelpAndKeyInformationButASearchFirst) {
+  using Case = std::tuple<std::string, Qt::Key, Qt::KeyboardModifiers, bool>;
+  for (const auto& [title, key, modifiers, closes] :
+       {Case{"Help", Qt::Key_Escape, {}, true}, Case{"Help", Qt::Key_W, Qt::ControlModifier, true},
+        Case{"Help", Qt::Key_Escape, Qt::ShiftModifier, false}, Case{"", Qt::Key_Escape, {}, true},
+        Case{"", Qt::Key_W, Qt::ControlModifier, true}, Case{"About", Qt::Key_Escape, {}, false},
+        Case{kReady, Qt::Key_W, Qt::ControlModifier, false}}) {
+    wMain()->Show();
+    wHelp()->Show();
+    wKeyIs()->Show();
+    wAbout()->Show();
+    mHands.BringToFront(title);
+    mHands.Press(key, modifiers);
+    EXPECT_EQ(mHands.IsOpen(title), !closes) << title;
+  }
+  wHelp()->Show();
+  mHands.BringToFront("Help");
+  for (const bool in_search : {true, false}) {
+    mHands.Press(Qt::Key_F, Qt::ControlModifier);
+    if (!in_search) mHands.FocusOn("StaticText2");
+    mHands.Press(Qt::Key_Escape, {});
+    EXPECT_TRUE(mHands.IsOpen("Help"));
+  }
+  mHands.Press(Qt::Key_Escape, {});
+  EXPECT_FALSE(mGlobals::bHelpIsOpen);
+}
+
+TEST_F(AllWindows, ScreenReadersHearAnotherTopicAndNewLines) {
+  wMain()->Show();
+  wHelp()->Show();
+  static std::vector<std::string> heard;
+  const auto hear = [](QAccessibleEvent* event) {
+    if (event->type() != QAccessible::TextInserted) return;
+    heard.push_back(static_cast<QAccessibleTextInsertEvent*>(event)->textInserted().toStdString());
+  };
+  const auto hears = [&](const std::string& begin) {
+    return mHands.WaitUntil([&] {
+      return std::ranges::any_of(heard, [&](const auto& text) { return text.starts_with(begin); });
+    });
+  };
+  mHands.SwitchScreenReader(true);
+  const auto before = QAccessible::installUpdateHandler(hear);
+  mHands.UseMouse(Hands::Mouse::Press, "Help", 30, 40);
+  mHands.UseMouse(Hands::Mouse::Release, "Help", 30, 40);
+  EXPECT_TRUE(hears("General Information"));
+  wMain()->efLog()->Text("first\n");
+  EXPECT_TRUE(hears("first\n"));
+  wMain()->efLog()->Text("first\nsecond\n");
+  EXPECT_TRUE(hears("second\n"));
+  QAccessible::installUpdateHandler(before);
+  mHands.SwitchScreenReader(false);
 }
 
 TEST_F(AllWindows, TheLogKeepsFontLimits) {

@@ -35,6 +35,7 @@ constexpr Property kVersion[] = {
 
 constexpr Property kLogo[] = {
     {"Name", "Canvas1"},
+    {"AccessibleName", "A bird that listens"},
     {"TabIndex", 1},
     {"Left", 8},
     {"Top", 0},
@@ -48,6 +49,7 @@ constexpr Property kLogo[] = {
 
 constexpr Property kTitlePicture[] = {
     {"Name", "Canvas2"},
+    {"AccessibleName", "Quorvel listens to the room"},
     {"TabIndex", 2},
     {"Left", 136},
     {"Top", 6},

@@ -19,7 +19,7 @@ constexpr Property kWindow[] = {
     {"CloseButton", true},     {"MinimizeButton", true},
     {"MaximizeButton", false}, {"LiveResize", false},
     {"Composite", true},       {"HasBackColor", true},
-    {"BackColor", "#ffffff"},
+    {"BackColor", "#ffffff"},  {"ClosesOnEscape", true},
 };
 
 constexpr Property kTopicField[] = {

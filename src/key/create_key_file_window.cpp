@@ -57,7 +57,7 @@ constexpr Property kKey[] = {
     {"Border", true},       {"Styled", false},
     {"UseFocusRing", true}, {"ReadOnly", false},
     {"TextFont", "System"}, {"TextSize", 0},
-    {"Text", ""},
+    {"Text", ""},           {"Hint", "Type a key, for example: room 12"},
 };
 
 constexpr Property kInstructions[] = {

@@ -8,6 +8,7 @@ namespace {
 
 constexpr Property kWindow[] = {
     {"Title", ""},
+    {"AccessibleName", "Key Information"},
     {"Width", 315},
     {"Height", 123},
     {"MinWidth", 315},
@@ -18,6 +19,7 @@ constexpr Property kWindow[] = {
     {"Placement", 0},
     {"Resizeable", false},
     {"CloseButton", true},
+    {"ClosesOnEscape", true},
     {"MinimizeButton", true},
     {"MaximizeButton", false},
     {"LiveResize", true},

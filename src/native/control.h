@@ -56,6 +56,7 @@ struct ButtonState : TextState {
 struct TextFieldState : TextState {
   std::string TextColor = "#000000";
   std::string BackColor = "#ffffff";
+  std::string Hint;                  ///< what to enter, shown in a single line without text
   bool Multiline = false;            ///< many lines, or a single line; never changes
   bool ScrollbarVertical = false;    ///< shown when the text is higher than a field of many lines
   bool ScrollbarHorizontal = false;  ///< instead of wrapping at the width of a field of many lines

@@ -13,7 +13,8 @@ namespace quorvel::native {
 
 /// What a window shows. Sizes are those of the content below the menu bar, in logical pixels.
 struct WindowState {
-  std::string Title;  ///< empty: the desktop's choice
+  std::string Title;           ///< empty: the desktop's choice
+  std::string AccessibleName;  ///< spoken by a screen reader; empty for the title
   int32_t Width = 300;
   int32_t Height = 300;
   int32_t MinWidth = 64;  ///< the four limits bind the user alone, never the program
@@ -25,6 +26,8 @@ struct WindowState {
   bool Visible = true;
   bool Resizeable = true;  ///< whether the user can resize the window
   bool CloseButton = true;
+  bool ClosesOnEscape = false;  ///< Escape, and the desktop's keys for closing a window, ask to
+                                ///< close the window. Escape ends a search in a field first
   bool MinimizeButton = true;
   bool MaximizeButton = true;
   bool MenuBarVisible = true;  ///< of no effect where the desktop has one menu bar for all windows

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <dlfcn.h>
+
+#include <QAccessible>
 #include <QAction>
 #include <QApplication>
 #include <QLabel>
@@ -7,6 +10,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QMetaEnum>
 #include <QPainter>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -53,19 +57,48 @@ class QtHands {
   }
   /// The content's size and the user's limits, then a line for each control, as in `windows.txt`:
   /// the name, the rectangle, the kind and the look, with the first line of a field's text or the
-  /// number of a picture's resource.
+  /// number of a picture's resource. All with the role and the name that a screen reader gets.
   std::string WindowLook(const std::string& title) {
-    const auto* const window = WindowOf(title);
+    auto* const window = WindowOf(title);
     const QSize bar(0, window->height() - Content(title)->height());
     std::ostringstream look;
     look << Size(window->size() - bar) << " from " << Size(window->minimumSize() - bar) << " to "
-         << Size(window->maximumSize() - bar) << "\n";
+         << Size(window->maximumSize() - bar) << Spoken(window) << "\n";
     for (auto* const widget : DirectChildren(Content(title))) {
       const bool finger = widget->cursor().shape() == Qt::PointingHandCursor;
       look << Std(widget->objectName()) << " " << widget->x() << "," << widget->y() << " "
-           << Size(widget->size()) << " " << KindLook(*widget) << (finger ? " finger" : "") << "\n";
+           << Size(widget->size()) << " " << KindLook(*widget) << (finger ? " finger" : "")
+           << Spoken(widget) << "\n";
     }
     return look.str();
+  }
+  /// The controls of the front window that the Tab key leads through.
+  std::string TabOrder() {
+    std::string order;
+    const QWidget* const first = QApplication::focusWidget();
+    for (auto* at = QApplication::focusWidget(); at != nullptr; at = QApplication::focusWidget()) {
+      if (at == first && !order.empty()) break;
+      order += Std(QString(" ") + at->objectName());
+      QTest::keyClick(at, Qt::Key_Tab);
+    }
+    return order;
+  }
+  static void FocusOn(const std::string& control) { Control<QWidget>(control)->setFocus(); }
+  /// Presses a key in the front window.
+  void Press(Qt::Key key, Qt::KeyboardModifiers modifiers) {
+    QWidget* const focus = QApplication::focusWidget();
+    QTest::keyClick(focus != nullptr ? focus : QApplication::activeWindow(), key, modifiers);
+  }
+  /// Without a screen no screen reader can run, and the toolkit tells nobody of changes. The switch
+  /// for that is a part of the toolkit without a public header.
+  static void SwitchScreenReader(bool on) {
+    using Accessibility = void* (*)(const void*);
+    using SetActive = void (*)(void*, bool);
+    const auto accessibility = reinterpret_cast<Accessibility>(
+        dlsym(RTLD_DEFAULT, "_ZNK20QPlatformIntegration13accessibilityEv"));
+    const auto set_active =
+        reinterpret_cast<SetActive>(dlsym(RTLD_DEFAULT, "_ZN22QPlatformAccessibility9setActiveEb"));
+    set_active(accessibility(nullptr), on);
   }
   /// The items that can be chosen once the user has opened the menus over the front window.
   std::vector<std::string> EnabledItems() {
@@ -141,6 +174,11 @@ class QtHands {
   static std::string Size(QSize size) {
     return Std(QString("%1x%2").arg(size.width()).arg(size.height()));
   }
+  static std::string Spoken(QWidget* widget) {
+    const auto& spoken = *QAccessible::queryAccessibleInterface(widget);
+    const char* const role = QMetaEnum::fromType<QAccessible::Role>().valueToKey(spoken.role());
+    return Std(QString(" - %1 '%2'").arg(role, spoken.text(QAccessible::Name)));
+  }
   template <class Field>
   static std::string FieldLook(const Field& field, const QString& text, bool read_only) {
     const QPalette& colours = field.palette();
@@ -159,8 +197,10 @@ class QtHands {
                           label->focusPolicy() == Qt::NoFocus ? "" : " link"));
     }
     if (const auto* const line = qobject_cast<QLineEdit*>(&widget)) {
+      const QString hint = line->placeholderText();
       const bool secret = line->echoMode() != QLineEdit::Normal;
-      return FieldLook(*line, line->text(), line->isReadOnly()) + (secret ? " secret" : "");
+      return FieldLook(*line, line->text(), line->isReadOnly()) + (secret ? " secret" : "") +
+             (hint.isEmpty() ? "" : Std(QString(" hint '%1'").arg(hint)));
     }
     if (const auto* const area = qobject_cast<QPlainTextEdit*>(&widget)) {
       return FieldLook(*area, area->toPlainText(), area->isReadOnly()) + " many lines";

@@ -4,6 +4,7 @@
 #include <QPainter>
 #include <QPixmap>
 
+#include "native/qt/accessible.h"
 #include "native/qt/show_control.h"
 
 namespace quorvel::qt {
@@ -43,6 +44,7 @@ class Picture final : public QWidget {
 };
 
 Canvas::Canvas(Content& content, const native::CanvasState& state) : widget(new Picture(&content)) {
+  InstallRole<Picture, QAccessible::Graphic>();
   content.Add(*widget, Content::Mouse::Reported);
   Update(state);
 }

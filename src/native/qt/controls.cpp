@@ -1,5 +1,6 @@
 #include "native/qt/controls.h"
 
+#include <QStyle>
 #include <utility>
 
 #include "native/qt/font.h"
@@ -23,6 +24,12 @@ QPalette TextColors(const std::string& color) {
   return colors;
 }
 
+// The toolkit tells screen readers of each text that is set, of the same text too.
+template <class Widget>
+void ShowText(Widget& widget, const QString& text) {
+  if (widget.text() != text) widget.setText(text);
+}
+
 }  // namespace
 
 Label::Label(Content& content, const native::LabelState& state) : widget(new LinkLabel(content)) {
@@ -32,11 +39,13 @@ Label::Label(Content& content, const native::LabelState& state) : widget(new Lin
 
 void Label::Update(const native::LabelState& state) {
   if (!widget) return;
-  widget->setText(FromUtf8(state.Text));
+  ShowText(*widget, FromUtf8(state.Text));
   widget->setAlignment(AlignmentOf(state.Alignment));
   widget->setWordWrap(state.Multiline);
   widget->setPalette(TextColors(state.TextColor));
-  widget->setFont(FontOf(state));
+  const int wrapping = state.Multiline ? Qt::TextWordWrap : Qt::TextSingleLine;
+  const QSize room(state.Width, state.Height);
+  widget->setFont(Fitting(FontOf(state), *widget, widget->text(), room, wrapping));
   widget->SetLink(state.Link);
   ShowControl(*widget, state, widget->text());
 }
@@ -59,8 +68,10 @@ void Button::Update(const native::ButtonState& state) {
   if (!widget) return;
   const QString caption = FromUtf8(state.Caption);
   // The toolkit takes a lone "&" for the mark of a mnemonic.
-  widget->setText(QString(caption).replace('&', "&&"));
-  widget->setFont(FontOf(state));
+  ShowText(*widget, QString(caption).replace('&', "&&"));
+  const int margin = widget->style()->pixelMetric(QStyle::PM_ButtonMargin, nullptr, &*widget);
+  const QSize room(state.Width - margin, state.Height);
+  widget->setFont(Fitting(FontOf(state), *widget, caption, room));
   ShowControl(*widget, state, caption);
 }
 

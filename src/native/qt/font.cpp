@@ -3,12 +3,16 @@
 #include <QApplication>
 #include <QFontDatabase>
 #include <QFontInfo>
+#include <QFontMetrics>
+#include <QWidget>
 
 #include "native/qt/strings.h"
 
 namespace quorvel::qt {
 
 namespace {
+
+constexpr int kSmallestSize = 6;
 
 QString FamilyName(const std::string& text) {
   QString name = FromUtf8(text);
@@ -56,6 +60,17 @@ QFont PaperFontOf(const native::PrintFont& look) {
   QFont font = UnsizedFont(look.family, look.bold, look.italic, look.underline);
   font.setPointSizeF(look.size > 0 ? look.size : QFontInfo(QApplication::font()).pointSizeF());
   return font;
+}
+
+QFont Fitting(const QFont& font, QWidget& widget, const QString& text, QSize room, int flags) {
+  QFont fitting = font;
+  for (int size = QFontInfo(font).pixelSize() - 1; size >= kSmallestSize; --size) {
+    const QFontMetrics metrics(fitting, &widget);
+    const QSize used = metrics.boundingRect(QRect(QPoint(), room), flags, text).size();
+    if (used.width() <= room.width() && used.height() <= room.height()) break;
+    fitting.setPixelSize(size);
+  }
+  return fitting;
 }
 
 }  // namespace quorvel::qt

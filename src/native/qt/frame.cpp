@@ -2,12 +2,14 @@
 
 #include <QCloseEvent>
 #include <QGuiApplication>
+#include <QKeyEvent>
 #include <QScopedValueRollback>
 #include <QScreen>
 #include <algorithm>
 #include <chrono>
 #include <utility>
 
+#include "native/qt/accessible.h"
 #include "native/qt/canvas.h"
 #include "native/qt/controls.h"
 #include "native/qt/reading_area.h"
@@ -37,6 +39,9 @@ Frame::Frame(native::WindowListener& the_listener, native::Callback on_activated
     : listener(&the_listener),
       activated(std::move(on_activated)),
       content(new Content(this, the_listener)) {
+  InstallRole<Frame, QAccessible::Window>();
+  // The program's own texts run to the right in every language of the desktop.
+  setLayoutDirection(Qt::LeftToRight);
   if (!kGlobalMenuBar) bar = new MenuBar(this);
   drag_pause.setSingleShot(true);
   drag_pause.setInterval(kDragPause);
@@ -48,6 +53,7 @@ void Frame::Update(const native::WindowState& state) {
   if (new_size) content_size = QSize(state.Width, state.Height);
   const native::WindowState before = std::exchange(current, state);
   setWindowTitle(FromUtf8(state.Title));
+  Name(*this, FromUtf8(state.AccessibleName));
   content->ShowBackground(state);
   if (bar != nullptr) bar->setVisible(state.MenuBarVisible);
   ShowButtons(state);
@@ -146,6 +152,22 @@ void Frame::LayOutChildren() {
 void Frame::closeEvent(QCloseEvent* event) {
   event->ignore();
   if (listener != nullptr) listener->OnCloseRequested();
+}
+
+// The find line of a text closes before its window, wherever in the window the keyboard is. A key
+// that is held down closes no more than one press does.
+void Frame::keyPressEvent(QKeyEvent* event) {
+  const bool escape = event->matches(QKeySequence::Cancel);
+  const bool closes = current.ClosesOnEscape && !event->isAutoRepeat();
+  if (!closes || (!escape && !event->matches(QKeySequence::Close))) {
+    return QWidget::keyPressEvent(event);
+  }
+  auto* const find = findChild<QWidget*>("find");
+  if (escape && find != nullptr && find->isVisible()) {
+    QCoreApplication::sendEvent(find, event);
+  } else {
+    close();
+  }
 }
 
 void Frame::resizeEvent(QResizeEvent*) {

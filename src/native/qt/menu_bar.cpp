@@ -44,7 +44,10 @@ QAction::MenuRole RoleOf(native::MenuRole role) {
 
 }  // namespace
 
-MenuBar::MenuBar(QWidget* parent) : QMenuBar(parent) { setNativeMenuBar(kGlobalMenuBar); }
+MenuBar::MenuBar(QWidget* parent) : QMenuBar(parent) {
+  setNativeMenuBar(kGlobalMenuBar);
+  setAccessibleName("Menus");
+}
 
 void MenuBar::ShowMenus(const Entries& menus, native::MenuListener& listener) {
   const bool same = SameButForEnabled(menus, shown);
@@ -68,6 +71,8 @@ void MenuBar::Build(native::MenuListener& listener) {
 
 void MenuBar::Fill(QMenu& menu, const native::MenuEntry& entry, native::MenuListener& listener) {
   menu.menuAction()->setObjectName(FromUtf8(entry.Name));
+  menu.setAccessibleName(FromUtf8(entry.Text).remove('&'));
+  menu.setLayoutDirection(Qt::LeftToRight);
   for (const native::MenuEntry& item : entry.Children) {
     if (item.Children.empty()) {
       AddItem(menu, item, listener);

@@ -1,5 +1,6 @@
 #include "native/qt/show_control.h"
 
+#include "native/qt/accessible.h"
 #include "native/qt/strings.h"
 
 namespace quorvel::qt {
@@ -18,7 +19,7 @@ void ShowPointer(QWidget& widget, bool finger) {
 
 void ShowControl(QWidget& widget, const native::ControlState& state, const QString& spoken) {
   widget.setObjectName(FromUtf8(state.Name));
-  widget.setAccessibleName(state.AccessibleName.empty() ? spoken : FromUtf8(state.AccessibleName));
+  Name(widget, state.AccessibleName.empty() ? spoken : FromUtf8(state.AccessibleName));
   widget.setGeometry(state.Left, state.Top, state.Width, state.Height);
   ShowPointer(widget, state.FingerPointer);
   widget.setEnabled(state.Enabled);

@@ -1,5 +1,6 @@
 #include "native/qt/text_line.h"
 
+#include <QStyleOptionFrame>
 #include <algorithm>
 #include <limits>
 
@@ -11,6 +12,9 @@
 namespace quorvel::qt {
 
 namespace {
+
+// The distance that the toolkit keeps between the frame of a line and the text, at either end.
+constexpr QSize kMargins(2, 1);
 
 bool IsLineEnd(QChar character) {
   const char16_t code = character.unicode();
@@ -25,6 +29,17 @@ qsizetype Characters(const QString& text) {
   qsizetype count = text.size();
   for (qsizetype i = 1; i < text.size(); ++i) count -= IsPair(text, i) ? 1 : 0;
   return count;
+}
+
+QFont FontInLine(QLineEdit& line, const native::TextFieldState& state) {
+  QStyleOptionFrame option;
+  option.initFrom(&line);
+  option.rect = QRect(0, 0, state.Width, state.Height);
+  option.lineWidth =
+      state.Border ? line.style()->pixelMetric(QStyle::PM_DefaultFrameWidth, &option, &line) : 0;
+  const QRect inside = line.style()->subElementRect(QStyle::SE_LineEditContents, &option, &line);
+  const QString sample = FromUtf8(state.Hint.empty() ? "X" : state.Hint);
+  return Fitting(FontOf(state), line, sample, inside.size() - 2 * kMargins);
 }
 
 }  // namespace
@@ -78,7 +93,8 @@ void TextLine::Update(const native::TextFieldState& state) {
   widget->setFrame(state.Border);
   widget->setEchoMode(state.Password ? QLineEdit::Password : QLineEdit::Normal);
   widget->setPalette(TextFieldColors(state));
-  widget->setFont(FontOf(state));
+  widget->setPlaceholderText(FromUtf8(state.Hint));
+  widget->setFont(FontInLine(*widget, state));
   widget->setAttribute(Qt::WA_MacShowFocusRect, state.UseFocusRing);
   rules.SetLimit(state.LimitText);
   ShowControl(*widget, state, QString());

@@ -34,9 +34,10 @@ constexpr Bindings<native::TextState, 5> kText = {{
     {"Underline", &native::TextState::Underline},
 }};
 
-constexpr Bindings<native::TextFieldState, 15> kField = {{
+constexpr Bindings<native::TextFieldState, 16> kField = {{
     {"TextColor", &native::TextFieldState::TextColor},
     {"BackColor", &native::TextFieldState::BackColor},
+    {"Hint", &native::TextFieldState::Hint},
     {"Multiline", &native::TextFieldState::Multiline},
     {"ScrollbarVertical", &native::TextFieldState::ScrollbarVertical},
     {"ScrollbarHorizontal", &native::TextFieldState::ScrollbarHorizontal},

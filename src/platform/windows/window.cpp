@@ -16,8 +16,9 @@ namespace {
 
 using State = native::WindowState;
 
-constexpr std::array<PropertyBinding<State>, 22> kBindings = {{
+constexpr std::array<PropertyBinding<State>, 24> kBindings = {{
     {"Title", &State::Title},
+    {"AccessibleName", &State::AccessibleName},
     {"Width", &State::Width},
     {"Height", &State::Height},
     {"MinWidth", &State::MinWidth},
@@ -30,6 +31,7 @@ constexpr std::array<PropertyBinding<State>, 22> kBindings = {{
     {"Visible", &State::Visible},
     {"Resizeable", &State::Resizeable},
     {"CloseButton", &State::CloseButton},
+    {"ClosesOnEscape", &State::ClosesOnEscape},
     {"MinimizeButton", &State::MinimizeButton},
     {"MaximizeButton", &State::MaximizeButton},
     {"MenuBarVisible", &State::MenuBarVisible},

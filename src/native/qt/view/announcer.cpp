@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <utility>
 
 #include "native/qt/view/piece.h"
 
@@ -28,11 +29,11 @@ void Announcer::Tell() {
   if (told_to == now.size() || pause.isActive()) return;
   const size_t length = std::min(now.size() - told_to, kMostTold);
   std::vector<uint32_t> offsets;
+  const bool is_another = std::exchange(told_to, now.size()) == 0;
   const QString added =
-      ShownText(now.substr(told_to == 0 ? 0 : now.size() - length, length), offsets);
-  told_to = now.size();
+      ShownText(now.substr(is_another ? 0 : now.size() - length, length), offsets);
   const auto begin = Accessible().characterCount() - static_cast<int>(added.size());
-  QAccessibleTextInsertEvent event(&view, std::max(begin, 0), added);
+  QAccessibleTextInsertEvent event(&view, is_another ? 0 : std::max(begin, 0), added);
   QAccessible::updateAccessibility(&event);
   pause.start();
 }

@@ -47,6 +47,7 @@ FindLine::FindLine(QWidget* parent, Search the_search, std::function<void()> the
   entry->setPlaceholderText("Find");
   entry->setAccessibleName("Find");
   entry->setClearButtonEnabled(true);
+  for (auto* const clear : entry->findChildren<QToolButton*>()) clear->setAccessibleName("Clear");
   layout->addWidget(entry, 2);
   AddButton(*layout, QStyle::SP_ArrowUp, "Previous", [this] { Go(FindStep::Previous); });
   AddButton(*layout, QStyle::SP_ArrowDown, "Next", [this] { Go(FindStep::Next); });
@@ -60,6 +61,8 @@ FindLine::FindLine(QWidget* parent, Search the_search, std::function<void()> the
 
 void FindLine::Open(const QString& text) {
   if (!text.isEmpty()) entry->setText(text);
+  const QFontMetrics metrics = entry->fontMetrics();
+  entry->setMinimumWidth(metrics.horizontalAdvance(entry->placeholderText()) + metrics.height());
   show();
   entry->setFocus(Qt::ShortcutFocusReason);
   entry->selectAll();
@@ -75,6 +78,7 @@ void FindLine::Go(FindStep step) {
 
 void FindLine::Tell(const FindResult& result) {
   told->setText(Words(result));
+  entry->setAccessibleDescription(Words(result));
   QPalette colors;
   if (!result.found) colors.setColor(QPalette::Base, QColor(255, 220, 220));
   if (!result.found) colors.setColor(QPalette::Text, Qt::black);
