@@ -99,7 +99,7 @@ def check_print(home, window_id, expected):
 def run(home, started):
     (home / "Documents").mkdir()
     os.environ.update(HOME=str(home), XDG_RUNTIME_DIR=str(home), XDG_CONFIG_HOME=str(home),
-                      QT_QPA_PLATFORM="xcb", LC_ALL="C.UTF-8")
+                      QT_QPA_PLATFORM="xcb", LC_ALL="C.UTF-8", LANGUAGE="")
     home.chmod(0o700)
     os.chdir(home)
     start_screen(started)

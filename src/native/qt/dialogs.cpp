@@ -32,7 +32,7 @@ QString NearestFolder(std::filesystem::path folder) {
 }
 
 QStringList NameFilters(const native::SaveQuestion& question) {
-  const QString all = "All files (*)";
+  const QString all = QFileDialog::tr("All Files (*)");
   if (question.extension.empty()) return {all};
   return {FromUtf8(question.type_name + " (*" + question.extension + ")"), all};
 }
@@ -87,6 +87,7 @@ std::future<void> Start(const std::function<void()>& work) {
 void Dialogs::Message(std::string_view text) {
   Modal<QMessageBox> box("message");
   box->setWindowTitle("Quorvel");
+  box->setLayoutDirection(Qt::LeftToRight);
   box->setTextFormat(Qt::PlainText);
   box->setText(FromUtf8(text));
   box->setStandardButtons(QMessageBox::Ok);

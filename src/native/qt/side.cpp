@@ -3,7 +3,10 @@
 #include <dlfcn.h>
 #include <QApplication>
 #include <QIcon>
+#include <QLibraryInfo>
+#include <QLocale>
 #include <QSettings>
+#include <QTranslator>
 #include <future>
 #include <string>
 
@@ -54,6 +57,7 @@ class Side final : public native::Side {
     QGuiApplication::setDesktopFileName(QUORVEL_APPLICATION_ID);
     QApplication::setWindowIcon(WindowIcon());
     KeepNoSettings();
+    SpeakTheUsersLanguage();
   }
   // Widgets that were given to deleteLater() cannot outlive the application.
   ~Side() override { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }
@@ -70,6 +74,14 @@ class Side final : public native::Side {
   LinkCalls& Links() override { return PosixLinkCalls(); }
 
  private:
+  // The dialogs of the toolkit speak the user's language. The texts of the program are not looked
+  // up in the translation, and stay.
+  void SpeakTheUsersLanguage() {
+    const QString folder = QLibraryInfo::path(QLibraryInfo::TranslationsPath);
+    if (!translator.load(QLocale::system(), "qtbase", "_", folder)) return;
+    QCoreApplication::installTranslator(&translator);
+  }
+
   // The toolkit sees the program's name alone, so no option of the toolkit has an effect.
   std::string name;
   // Goes on while the application connects to the screen.
@@ -77,6 +89,7 @@ class Side final : public native::Side {
   int argument_count = 1;
   char* arguments[2] = {name.data(), nullptr};
   QApplication application;
+  QTranslator translator;
   EventLoop loop;
   qt::Windows windows;
   qt::Dialogs dialogs;
