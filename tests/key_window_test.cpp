@@ -49,7 +49,8 @@ TEST_F(KeyWindow, AShortKeyIsRefusedAndNoFileIsMadeWhenTheDialogIsCancelled) {
   }
   EXPECT_THAT(mSide.dialogs.save_questions, IsEmpty());
   Generate("Maple");
-  EXPECT_EQ(mSide.dialogs.save_questions.at(0).folder / "QuorvelKeyFile", KeyFile());
+  const auto& asked = mSide.dialogs.save_questions.at(0);
+  EXPECT_EQ(asked.folder / ("QuorvelKeyFile" + asked.extension), KeyFile());
   EXPECT_FALSE(std::filesystem::exists(KeyFile()));
 }
 

@@ -38,9 +38,32 @@ TEST_F(Save, TheReportIsNamedAfterTheMinuteAndHoldsValidUtf8) {
   mSide.desktop.now = std::chrono::system_clock::from_time_t(std::mktime(&five_past_nine));
   LogHolds("\xC3\xA9 \xE9\r\n");
   SaveAs(mFolder.Path() / "report.txt");
-  EXPECT_EQ(mSide.dialogs.save_questions.front().default_name, "Quorvel Report 3-7-2008 9-5.txt");
+  const auto& asked = mSide.dialogs.save_questions.front();
+  EXPECT_EQ(asked.default_name + asked.extension, "Quorvel Report 3-7-2008 9-5.txt.txt");
   EXPECT_EQ(ReadFile(mFolder.Path() / "report.txt"), "\xC3\xA9 \xC3\xA9\r\n");
   EXPECT_EQ(mSide.folders.finder_info[mFolder.Path() / "report.txt"], "textQVL7");
+}
+
+TEST_F(Save, AFileThatCannotBeSavedIsRefusedAndTheUserIsAskedAgain) {
+  WriteFile(mFolder.Path() / "file", "");
+  for (const auto& [refused, room, why] :
+       {std::tuple("file/a.txt", 100, "' cannot be saved.\n\nNot a directory"),
+        std::tuple("a.txt", 6, "' cannot be saved.\n\nThe disk has too little room.")}) {
+    LogHolds("\xE9 five");  // one byte more as UTF-8
+    mSide.files.room = room;
+    mSide.dialogs.save_questions.clear();
+    mSide.dialogs.while_open = [&] {
+      mSide.dialogs.while_open = [&] {
+        mSide.files.room = 7;
+        mSide.dialogs.save_answer = mFolder.Path() / "b.txt";
+      };
+    };
+    SaveAs(mFolder.Path() / refused);
+    EXPECT_THAT(Messages(), ElementsAre(testing::EndsWith(std::string(refused) + why)));
+    const auto& again = mSide.dialogs.save_questions.at(1);
+    EXPECT_EQ(again.folder / again.default_name, mFolder.Path() / refused);
+    EXPECT_EQ(ReadFile(mFolder.Path() / "b.txt"), "\xC3\xA9 five");
+  }
 }
 
 TEST_F(Save, NamesGetTheExtensionOnceAndAFailureIsSilent) {

@@ -113,7 +113,8 @@ void wCreateKeyFile::pbGenerate_Action() {
     MsgBox("Key must be 5-20 characters.");
     return;
   }
-  const auto file = GetSaveFolderItem(FileTypes1::pText->ToText(), kKeyFileName);
+  const Text lines = Text(kKeyFileMarker) + EndOfLine + key;
+  const auto file = GetSaveFolderItem(FileTypes1::pText->ToText(), kKeyFileName, LenB(lines));
   if (!file) return;
   const auto stream = file->CreateTextFile();
   if (file->Name() != kKeyFileName) {
@@ -121,7 +122,7 @@ void wCreateKeyFile::pbGenerate_Action() {
     MsgBox("Key file must always be named exactly 'QuorvelKeyFile'.");
   }
   if (!stream) return;
-  stream->Write(Text(kKeyFileMarker) + EndOfLine + key);
+  stream->Write(lines);
   stream->Close();
   file->MacCreator(FileTypes1::kCreator);
   file->MacType("pref");

@@ -27,6 +27,9 @@ class FileCalls {
   /// Whether the user may give the name of `file`, in `folder`, to another file: `file` is a
   /// regular file, and no sticky folder keeps the file for another owner.
   virtual bool IsReplaceable(int file, const std::string& folder) = 0;
+  /// The most bytes that `file` can hold: the bytes that the file takes up on its disk, and those
+  /// that the disk leaves to the user. The largest number when the disk does not tell.
+  virtual int64_t Room(int file) = 0;
   /// Cuts a regular file down to no bytes; any other kind of file has no content to lose.
   virtual bool Empty(int file) = 0;
   /// The number of bytes read, 0 at the end.
@@ -47,6 +50,10 @@ class FolderCalls {
   /// Whether a file of that path could be made: nothing bears the name, not even a link without a
   /// target, and the name is no longer than the system allows.
   virtual bool IsFree(const std::string& path) = 0;
+  /// Whether the path leads to a pipe or a device, of which the other end notices each opening.
+  virtual bool IsPipeOrDevice(const std::string& path) = 0;
+  /// Whether the user has the permission to write to the file that the path leads to.
+  virtual bool IsWritable(const std::string& path) = 0;
   /// The path that a symbolic link holds; empty when `path` is no link.
   virtual std::string LinkTarget(const std::string& path) = 0;
   virtual bool MakeFolder(const std::string& path) = 0;

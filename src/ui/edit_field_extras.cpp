@@ -50,7 +50,9 @@ void editFieldExtras::efSave(const quorvel::Text& suggested_name) {
     MsgBox("There is nothing to save.");
     return;
   }
-  const auto file = GetSaveFolderItem(FileTypes1::pText->ToText(), suggested_name);
+  const size_t bytes = ConvertEncoding(Text(), Encodings::UTF8).Bytes().size();
+  const auto file =
+      GetSaveFolderItem(FileTypes1::pText->ToText(), suggested_name, static_cast<int64_t>(bytes));
   if (!file) return;
   const auto stream = file->CreateTextFile();
   const quorvel::Text name = file->Name();

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <algorithm>
 #include <cerrno>
 #include <functional>
+#include <limits>
 #include <map>
 #include <string>
 #include <utility>
@@ -53,6 +55,7 @@ class FaultyFiles : public FileCalls {
   bool IsReplaceable(int file, const std::string& folder) override {
     return mCalls.IsReplaceable(file, folder);
   }
+  int64_t Room(int file) override { return std::min(room, mCalls.Room(file)); }
   bool Empty(int file) override { return mCalls.Empty(file); }
   int64_t Read(int file, std::span<char> into) override {
     return mFaults.Strike("Read") ? -1 : mCalls.Read(file, into);
@@ -62,6 +65,9 @@ class FaultyFiles : public FileCalls {
   }
   bool Sync(int file) override { return !mFaults.Strike("Sync") && mCalls.Sync(file); }
   void Close(int file) override { mCalls.Close(file); }
+
+  /// The most that any file can hold.
+  int64_t room = std::numeric_limits<int64_t>::max();
 
  private:
   FileCalls& mCalls = PosixFileCalls();
@@ -75,6 +81,8 @@ class FaultyFolders : public FolderCalls {
 
   bool Exists(const std::string& path) override { return mCalls.Exists(path); }
   bool IsFree(const std::string& path) override { return mCalls.IsFree(path); }
+  bool IsPipeOrDevice(const std::string& path) override { return mCalls.IsPipeOrDevice(path); }
+  bool IsWritable(const std::string& path) override { return mCalls.IsWritable(path); }
   std::string LinkTarget(const std::string& path) override { return mCalls.LinkTarget(path); }
   bool MakeFolder(const std::string& path) override { return mCalls.MakeFolder(path); }
   bool RenameToNew(const std::string& from, const std::string& to) override {

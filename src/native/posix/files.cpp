@@ -1,5 +1,6 @@
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/statvfs.h>
 #include <unistd.h>
 #ifdef __APPLE__
 #include <sys/xattr.h>
@@ -10,6 +11,7 @@
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
+#include <limits>
 
 #include "native/system_calls.h"
 
@@ -114,6 +116,18 @@ class PosixFiles final : public FileCalls {
     return user == 0 || user == old.st_uid || user == around.st_uid;
   }
 
+  int64_t Room(int file) override {
+    constexpr int64_t kMost = std::numeric_limits<int64_t>::max();
+    constexpr int64_t kOccupiedUnit = 512;
+    struct statvfs disk {};
+    struct stat own {};
+    // Some network disks count no blocks.
+    if (fstatvfs(file, &disk) != 0 || fstat(file, &own) != 0 || disk.f_blocks == 0) return kMost;
+    const auto unit = static_cast<int64_t>(disk.f_frsize);
+    const auto units = static_cast<int64_t>(std::min<uint64_t>(disk.f_bavail, kMost / unit / 2));
+    return units * unit + own.st_blocks * kOccupiedUnit;
+  }
+
   bool Empty(int file) override { return ftruncate(file, 0) == 0 || errno == EINVAL; }
 
   int64_t Read(int file, std::span<char> into) override {
@@ -141,6 +155,16 @@ class PosixFolders final : public FolderCalls {
   bool IsFree(const std::string& path) override {
     struct stat status {};
     return lstat(path.c_str(), &status) != 0 && errno == ENOENT;
+  }
+
+  bool IsPipeOrDevice(const std::string& path) override {
+    struct stat status {};
+    if (stat(path.c_str(), &status) != 0) return false;
+    return S_ISFIFO(status.st_mode) || S_ISCHR(status.st_mode) || S_ISBLK(status.st_mode);
+  }
+
+  bool IsWritable(const std::string& path) override {
+    return faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0;
   }
 
   std::string LinkTarget(const std::string& path) override {

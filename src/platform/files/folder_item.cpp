@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <string>
 #include <string_view>
+#include <system_error>
 
 #include "native/native.h"
 #include "platform/files/file_type.h"
@@ -26,6 +27,16 @@ void MakeFolders(const std::filesystem::path& folder) {
   if (folder.empty() || Native().Folders().Exists(folder.string())) return;
   MakeFolders(folder.parent_path());
   Native().Folders().MakeFolder(folder.string());
+}
+
+std::string AsText(const std::filesystem::path& path) {
+  return NativeText(Text::FromBytes(path.string()));
+}
+
+std::string Refusal(const std::filesystem::path& path, int obstacle) {
+  const bool full = obstacle == ENOSPC || obstacle == EDQUOT;
+  return "The file '" + AsText(path) + "' cannot be saved.\n\n" +
+         (full ? "The disk has too little room." : std::generic_category().message(obstacle));
 }
 
 }  // namespace
@@ -85,17 +96,24 @@ Ref<FolderItem> GetFolderItem(const Text& name, int32_t path_type) {
   return New<FolderItem>(DefaultFolder() / name.Bytes());
 }
 
-Ref<FolderItem> GetSaveFolderItem(const Text& file_type, const Text& default_name) {
+Ref<FolderItem> GetSaveFolderItem(const Text& file_type, const Text& default_name, int64_t bytes) {
   // A dialog can only start in a folder that is there.
   MakeFolders(DefaultFolder());
   const auto type = FindFileType(file_type);
-  const native::SaveQuestion question{
-      .default_name = NativeText(default_name),
-      .type_name = NativeText(file_type),
-      .extension = type ? NativeText(type->extensions) : std::string(),
-      .folder = DefaultFolder()};
-  const auto chosen = Nested([&] { return Native().Dialogs().AskSaveFile(question); });
-  return chosen ? New<FolderItem>(*chosen) : Nil;
+  native::SaveQuestion question{.default_name = NativeText(default_name),
+                                .type_name = NativeText(file_type),
+                                .extension = type ? NativeText(type->extensions) : std::string(),
+                                .folder = DefaultFolder()};
+  if (!question.default_name.ends_with(question.extension)) question.extension.clear();
+  while (true) {
+    const auto chosen = Nested([&] { return Native().Dialogs().AskSaveFile(question); });
+    if (!chosen) return Nil;
+    const int obstacle = PendingFile::Obstacle(*chosen, bytes);
+    if (obstacle == 0) return New<FolderItem>(*chosen);
+    Nested([&] { Native().Dialogs().Message(Refusal(*chosen, obstacle)); });
+    question.default_name = AsText(chosen->filename());
+    question.folder = chosen->parent_path();
+  }
 }
 
 }  // namespace quorvel

@@ -58,7 +58,10 @@ class FolderItem : public Object {
 [[nodiscard]] Ref<FolderItem> GetFolderItem(const Text& name, int32_t path_type);
 
 /// Asks the user where to save; `file_type` is the name of a registered type. Nil when the user
-/// cancels. Starts in the default folder, made if need be, or in the folder last used.
-[[nodiscard]] Ref<FolderItem> GetSaveFolderItem(const Text& file_type, const Text& default_name);
+/// cancels. Starts in the default folder, made if need be, or in the folder last used. Files of
+/// every kind are shown when `default_name` has not the ending of the type. Where a text of `bytes`
+/// bytes cannot be saved, a message tells why and the user is asked again.
+[[nodiscard]] Ref<FolderItem> GetSaveFolderItem(const Text& file_type, const Text& default_name,
+                                                int64_t bytes = 0);
 
 }  // namespace quorvel

@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <chrono>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -51,6 +52,31 @@ HiddenFile CreateHiddenFile(const std::filesystem::path& folder, int like) {
 
 bool FolderTakesNoFile(int error) { return error == EACCES || error == EPERM || error == EROFS; }
 
+// What a save writes to: the hidden file, or else the old file itself.
+struct Target {
+  int old = -1;
+  HiddenFile hidden;
+  [[nodiscard]] bool IsHidden() const { return hidden.file >= 0; }
+};
+
+void CloseOld(const Target& target) {
+  if (target.old >= 0) Files().Close(target.old);
+}
+
+// Nothing, with the reason in `errno`, when the file cannot be written.
+std::optional<Target> OpenTarget(const std::filesystem::path& path) {
+  Target target{.old = Files().OpenToWrite(path.string()), .hidden = {}};
+  if (target.old < 0 && errno != ENOENT) return std::nullopt;
+  const auto folder = Resolved(path).parent_path();
+  if (target.old >= 0 && !Files().IsReplaceable(target.old, folder.string())) return target;
+  target.hidden = CreateHiddenFile(folder, target.old);
+  if (target.IsHidden() || (target.old >= 0 && FolderTakesNoFile(errno))) return target;
+  const int error = errno;
+  CloseOld(target);
+  errno = error;
+  return std::nullopt;
+}
+
 }  // namespace
 
 PendingFile::PendingFile(std::filesystem::path path, std::filesystem::path hidden, int file)
@@ -60,18 +86,31 @@ PendingFile::PendingFile(std::filesystem::path path, std::filesystem::path hidde
       mDraft(std::make_shared<Draft>(std::move(hidden), file)) {}
 
 std::shared_ptr<PendingFile> PendingFile::Open(const std::filesystem::path& path) {
-  const int old = Files().OpenToWrite(path.string());
-  if (old < 0 && errno != ENOENT) return nullptr;
-  const auto folder = Resolved(path).parent_path();
-  HiddenFile hidden;
-  bool direct = old >= 0 && !Files().IsReplaceable(old, folder.string());
-  if (!direct) {
-    hidden = CreateHiddenFile(folder, old);
-    direct = hidden.file < 0 && old >= 0 && FolderTakesNoFile(errno);
+  const auto target = OpenTarget(path);
+  if (!target) return nullptr;
+  const auto& [old, hidden] = *target;
+  if (!target->IsHidden() && Files().Empty(old)) {
+    return std::make_shared<PendingFile>(path, "", old);
   }
-  if (direct && Files().Empty(old)) return std::make_shared<PendingFile>(path, "", old);
-  if (old >= 0) Files().Close(old);
-  return hidden.file < 0 ? nullptr : std::make_shared<PendingFile>(path, hidden.path, hidden.file);
+  CloseOld(*target);
+  if (!target->IsHidden()) return nullptr;
+  return std::make_shared<PendingFile>(path, hidden.path, hidden.file);
+}
+
+int PendingFile::Obstacle(const std::filesystem::path& path, int64_t bytes) {
+  if (Folders().IsPipeOrDevice(path.string())) {
+    return Folders().IsWritable(path.string()) ? 0 : errno;
+  }
+  const auto target = OpenTarget(path);
+  if (!target) return errno;
+  const auto& [old, hidden] = *target;
+  const int64_t room = Files().Room(target->IsHidden() ? hidden.file : old);
+  CloseOld(*target);
+  if (target->IsHidden()) {
+    Files().Close(hidden.file);
+    Folders().Remove(hidden.path.string());
+  }
+  return room < bytes ? ENOSPC : 0;
 }
 
 bool PendingFile::HasNoFileYet() const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <memory>
@@ -23,6 +24,10 @@ class PendingFile {
  public:
   /// Null, with the reason in `errno`, when the file cannot be written; an old file is then whole.
   [[nodiscard]] static std::shared_ptr<PendingFile> Open(const std::filesystem::path& path);
+
+  /// Whether `Open`, and then a text of `bytes` bytes, would find an obstacle: an `errno`, 0 for
+  /// none. Everything on the disk is as before. A pipe or a device is not opened.
+  [[nodiscard]] static int Obstacle(const std::filesystem::path& path, int64_t bytes);
 
   /// For `Open`: `file` is a descriptor, owned from here on, of the hidden file, or of the file
   /// itself when `hidden` is empty.
