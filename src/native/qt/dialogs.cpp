@@ -3,6 +3,7 @@
 #include <QDeadlineTimer>
 #include <QDir>
 #include <QFileDialog>
+#include <QGuiApplication>
 #include <QLoggingCategory>
 #include <QMessageBox>
 #include <QPageSetupDialog>
@@ -22,6 +23,16 @@
 namespace quorvel::qt {
 
 namespace {
+
+/// While the object lives, new windows are laid out in the direction of the user's language, which
+/// the dialogs of the toolkit speak.
+class DirectionOfLanguage {
+ public:
+  DirectionOfLanguage() { QGuiApplication::setLayoutDirection(Qt::LayoutDirectionAuto); }
+  ~DirectionOfLanguage() { QGuiApplication::setLayoutDirection(Qt::LeftToRight); }
+  DirectionOfLanguage(const DirectionOfLanguage&) = delete;
+  DirectionOfLanguage& operator=(const DirectionOfLanguage&) = delete;
+};
 
 QString NearestFolder(std::filesystem::path folder) {
   std::error_code unreadable;
@@ -51,6 +62,7 @@ QPageSize DefaultPaper(const QPrinter& printer) { return QPrinterInfo(printer).d
 
 // The dialog warns of a printer that writes files, and serves that printer all the same.
 bool PageSetupAccepted(QPrinter& printer) {
+  const DirectionOfLanguage direction;
   QLoggingCategory& warnings = *QLoggingCategory::defaultCategory();
   warnings.setEnabled(QtWarningMsg, false);
   Modal<QPageSetupDialog> dialog("page setup", &printer);
@@ -61,6 +73,7 @@ bool PageSetupAccepted(QPrinter& printer) {
 bool PrintAccepted(QPrinter& printer) {
   printer.setPrintRange(QPrinter::AllPages);
   printer.setFromTo(0, 0);
+  const DirectionOfLanguage direction;
   Modal<QPrintDialog> dialog("print", &printer);
   dialog->setOptions(QAbstractPrintDialog::PrintToFile | QAbstractPrintDialog::PrintPageRange |
                      QAbstractPrintDialog::PrintCollateCopies);
@@ -87,7 +100,6 @@ std::future<void> Start(const std::function<void()>& work) {
 void Dialogs::Message(std::string_view text) {
   Modal<QMessageBox> box("message");
   box->setWindowTitle("Quorvel");
-  box->setLayoutDirection(Qt::LeftToRight);
   box->setTextFormat(Qt::PlainText);
   box->setText(FromUtf8(text));
   box->setStandardButtons(QMessageBox::Ok);
@@ -96,6 +108,7 @@ void Dialogs::Message(std::string_view text) {
 
 std::optional<std::filesystem::path> Dialogs::AskSaveFile(const native::SaveQuestion& question) {
   const bool again = !last_folder.isEmpty() && QDir(last_folder).exists();
+  const DirectionOfLanguage direction;
   Modal<QFileDialog> dialog("save");
   dialog->setAcceptMode(QFileDialog::AcceptSave);
   dialog->setFileMode(QFileDialog::AnyFile);

@@ -40,8 +40,7 @@ Frame::Frame(native::WindowListener& the_listener, native::Callback on_activated
       activated(std::move(on_activated)),
       content(new Content(this, the_listener)) {
   InstallRole<Frame, QAccessible::Window>();
-  // The program's own texts run to the right in every language of the desktop.
-  setLayoutDirection(Qt::LeftToRight);
+  setLayoutDirection(Qt::LeftToRight);  // also while a dialog of the toolkit is open
   if (!kGlobalMenuBar) bar = new MenuBar(this);
   drag_pause.setSingleShot(true);
   drag_pause.setInterval(kDragPause);

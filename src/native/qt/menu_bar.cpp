@@ -72,7 +72,6 @@ void MenuBar::Build(native::MenuListener& listener) {
 void MenuBar::Fill(QMenu& menu, const native::MenuEntry& entry, native::MenuListener& listener) {
   menu.menuAction()->setObjectName(FromUtf8(entry.Name));
   menu.setAccessibleName(FromUtf8(entry.Text).remove('&'));
-  menu.setLayoutDirection(Qt::LeftToRight);
   for (const native::MenuEntry& item : entry.Children) {
     if (item.Children.empty()) {
       AddItem(menu, item, listener);

@@ -17,7 +17,6 @@ constexpr int kAll = 100;
 // Quitting rejects every dialog, also a progress dialog that is not visible yet.
 Progress::Progress() : dialog("progress"), bar(new QProgressBar(&*dialog)) {
   dialog->setWindowTitle("Quorvel");
-  dialog->setLayoutDirection(Qt::LeftToRight);
   dialog->setBar(bar);
   const auto cancel = [this] { cancelled = true; };
   dialog->connect(&*dialog, &QProgressDialog::canceled, cancel);

@@ -75,8 +75,9 @@ class Side final : public native::Side {
 
  private:
   // The dialogs of the toolkit speak the user's language. The texts of the program are not looked
-  // up in the translation, and stay.
+  // up in the translation and stay; so does their direction, in which painters draw all texts.
   void SpeakTheUsersLanguage() {
+    QGuiApplication::setLayoutDirection(Qt::LeftToRight);
     const QString folder = QLibraryInfo::path(QLibraryInfo::TranslationsPath);
     if (!translator.load(QLocale::system(), "qtbase", "_", folder)) return;
     QCoreApplication::installTranslator(&translator);

@@ -17,7 +17,7 @@ QString Words(size_t lines) {
 
 }  // namespace
 
-NewLinesMark::NewLinesMark(QWidget* viewport) : QPushButton(viewport) {
+NewLinesMark::NewLinesMark(QWidget* viewport) : QPushButton("New lines", viewport) {
   setObjectName("newLines");
   setFont(QApplication::font());
   setAccessibleDescription("Shows the end of the text");

@@ -166,7 +166,6 @@ void TextView::contextMenuEvent(QContextMenuEvent* event) {
   auto* const menu = new QMenu(this);
   menu->setAttribute(Qt::WA_DeleteOnClose);
   menu->setFont(QApplication::font());
-  menu->setLayoutDirection(Qt::LeftToRight);
   menu->addAction("&Copy", QKeySequence::Copy, this, [this] { Copy(QClipboard::Clipboard); })
       ->setEnabled(!selection.Bytes().IsEmpty());
   menu->addAction("Select &All", QKeySequence::SelectAll, this, [this] {
