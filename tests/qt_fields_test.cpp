@@ -16,6 +16,15 @@ namespace {
 
 using testing::ElementsAre;
 
+// The toolkit asks for the language once in a process, so this test comes first.
+TEST(QtLanguage, DialogsSpeakTheUsersLanguageAndWindowsKeepTheirDirection) {
+  qputenv("LANGUAGE", "ar");
+  const auto side = qt::MakeSide("quorvel");
+  EXPECT_EQ(QCoreApplication::translate("QPlatformTheme", "Cancel").front().script(),
+            QChar::Script_Arabic);
+  EXPECT_EQ(QGuiApplication::layoutDirection(), Qt::LeftToRight);
+}
+
 class QtFields : public testing::Test {
  protected:
   QtFields() {
