@@ -117,15 +117,15 @@ class PosixFiles final : public FileCalls {
   }
 
   int64_t Room(int file) override {
-    constexpr int64_t kMost = std::numeric_limits<int64_t>::max();
-    constexpr int64_t kOccupiedUnit = 512;
+    constexpr int64_t kNoLimit = std::numeric_limits<int64_t>::max();
+    constexpr uint64_t kMost = kNoLimit / 2;
+    constexpr int64_t kUnitOfOwn = 512;
     struct statvfs disk {};
     struct stat own {};
-    // Some network disks count no blocks.
-    if (fstatvfs(file, &disk) != 0 || fstat(file, &own) != 0 || disk.f_blocks == 0) return kMost;
-    const auto unit = static_cast<int64_t>(disk.f_frsize);
-    const auto units = static_cast<int64_t>(std::min<uint64_t>(disk.f_bavail, kMost / unit / 2));
-    return units * unit + own.st_blocks * kOccupiedUnit;
+    if (fstatvfs(file, &disk) != 0 || fstat(file, &own) != 0) return kNoLimit;
+    if (disk.f_blocks == 0 || disk.f_frsize == 0) return kNoLimit;  // as some network disks tell
+    const uint64_t units = std::min<uint64_t>(disk.f_bavail, kMost / disk.f_frsize);
+    return static_cast<int64_t>(units * disk.f_frsize) + own.st_blocks * kUnitOfOwn;
   }
 
   bool Empty(int file) override { return ftruncate(file, 0) == 0 || errno == EINVAL; }
