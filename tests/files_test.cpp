@@ -162,28 +162,22 @@ TEST_F(Files, ARenameTakesTheStreamAlongAndNeverReplaces) {
 
 TEST_F(Files, AnObstacleIsFoundBeforeASaveAndNothingIsTouched) {
   WriteFile(mFolder.Path() / "old", "precious");
-  const std::string pipe = mFolder.Path() / "pipe";
-  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
-  const int reader = open(pipe.c_str(), O_RDONLY | O_NONBLOCK);
-  std::filesystem::create_symlink("none/new", mFolder.Path() / "dangling");
-  const auto names = Names();
+  mkfifo((mFolder.Path() / "pipe").c_str(), 0600);
+  pollfd reader{open((mFolder.Path() / "pipe").c_str(), O_RDONLY | O_NONBLOCK), POLLIN, 0};
   mSide.files.room = 10;
   using Case = std::tuple<const char*, int64_t, int, int>;
-  // `refused` is how the system answers when a hidden file is made; 0 for the real answer.
+  // The third value is the system's answer to a new file in the folder; 0 for the real answer.
   for (const auto& [name, bytes, refused, obstacle] :
        {Case{"new", 10, 0, 0}, Case{"new", 11, 0, ENOSPC}, Case{"new", 1, EACCES, EACCES},
-        Case{"old", 10, EACCES, 0}, Case{"old", 11, EACCES, ENOSPC}, Case{"old", 1, ENOSPC, ENOSPC},
-        Case{"old/new", 1, 0, ENOTDIR}, Case{"none/new", 1, 0, ENOENT},
-        Case{"dangling", 1, 0, ENOENT}, Case{".", 1, 0, EISDIR}, Case{"pipe", 11, 0, 0},
-        Case{"/dev/full", 11, 0, 0}}) {
+        Case{"old", 10, EACCES, 0}, Case{"old", 11, EACCES, ENOSPC}, Case{"old/new", 1, 0, ENOTDIR},
+        Case{"none/new", 1, 0, ENOENT}, Case{"pipe", 11, 0, 0}, Case{"/dev/full", 11, 0, 0}}) {
     if (refused != 0) mSide.faults.Arrange("CreateNew", 1, refused);
     EXPECT_EQ(PendingFile::Obstacle(mFolder.Path() / name, bytes), obstacle) << name;
-    EXPECT_EQ(Names(), names);
   }
+  EXPECT_THAT(Names(), ElementsAre("old", "pipe"));
   EXPECT_EQ(Content("old"), "precious");
-  pollfd noticed{.fd = reader, .events = POLLIN, .revents = 0};
-  EXPECT_EQ(poll(&noticed, 1, 0), 0);
-  close(reader);
+  EXPECT_EQ(poll(&reader, 1, 0), 0);
+  close(reader.fd);
 }
 
 TEST_F(Files, BareNamesLieInTheDefaultFolder) {

@@ -32,6 +32,22 @@ inline void TakeUrl(QtMsgType, const QMessageLogContext&, const QString& message
   if (message.contains("openUrl")) gUrls.push_back(message.section('\'', 1, 1).toStdString());
 }
 
+inline std::string gHeard;
+
+/// From here on, `gHeard` takes the texts of which the toolkit tells screen readers. Without a
+/// screen no screen reader can run; the switch is a part of the toolkit without a public header.
+inline void StartScreenReader() {
+  const auto find = [](const char* name) { return dlsym(RTLD_DEFAULT, name); };
+  void* const accessibility = reinterpret_cast<void* (*)(const void*)>(
+      find("_ZNK20QPlatformIntegration13accessibilityEv"))(nullptr);
+  const auto set_active = find("_ZN22QPlatformAccessibility9setActiveEb");
+  reinterpret_cast<void (*)(void*, bool)>(set_active)(accessibility, true);
+  QAccessible::installUpdateHandler([](QAccessibleEvent* event) {
+    if (event->type() != QAccessible::TextInserted) return;
+    gHeard += static_cast<QAccessibleTextInsertEvent*>(event)->textInserted().toStdString();
+  });
+}
+
 /// What a user sees and does, on the Qt side without a screen.
 class QtHands {
  public:
@@ -71,34 +87,6 @@ class QtHands {
            << Spoken(widget) << "\n";
     }
     return look.str();
-  }
-  /// The controls of the front window that the Tab key leads through.
-  std::string TabOrder() {
-    std::string order;
-    const QWidget* const first = QApplication::focusWidget();
-    for (auto* at = QApplication::focusWidget(); at != nullptr; at = QApplication::focusWidget()) {
-      if (at == first && !order.empty()) break;
-      order += Std(QString(" ") + at->objectName());
-      QTest::keyClick(at, Qt::Key_Tab);
-    }
-    return order;
-  }
-  static void FocusOn(const std::string& control) { Control<QWidget>(control)->setFocus(); }
-  /// Presses a key in the front window.
-  void Press(Qt::Key key, Qt::KeyboardModifiers modifiers) {
-    QWidget* const focus = QApplication::focusWidget();
-    QTest::keyClick(focus != nullptr ? focus : QApplication::activeWindow(), key, modifiers);
-  }
-  /// Without a screen no screen reader can run, and the toolkit tells nobody of changes. The switch
-  /// for that is a part of the toolkit without a public header.
-  static void SwitchScreenReader(bool on) {
-    using Accessibility = void* (*)(const void*);
-    using SetActive = void (*)(void*, bool);
-    const auto accessibility = reinterpret_cast<Accessibility>(
-        dlsym(RTLD_DEFAULT, "_ZNK20QPlatformIntegration13accessibilityEv"));
-    const auto set_active =
-        reinterpret_cast<SetActive>(dlsym(RTLD_DEFAULT, "_ZN22QPlatformAccessibility9setActiveEb"));
-    set_active(accessibility(nullptr), on);
   }
   /// The items that can be chosen once the user has opened the menus over the front window.
   std::vector<std::string> EnabledItems() {
