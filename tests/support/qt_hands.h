@@ -1,6 +1,8 @@
 #pragma once
 
-#include <dlfcn.h>
+#include <private/qguiapplication_p.h>
+#include <qpa/qplatformaccessibility.h>
+#include <qpa/qplatformintegration.h>
 
 #include <QAccessible>
 #include <QAction>
@@ -35,13 +37,9 @@ inline void TakeUrl(QtMsgType, const QMessageLogContext&, const QString& message
 inline std::string gHeard;
 
 /// From here on, `gHeard` takes the texts of which the toolkit tells screen readers. Without a
-/// screen no screen reader can run; the switch is a part of the toolkit without a public header.
+/// screen no screen reader can run, so the test switches on what a screen reader would.
 inline void StartScreenReader() {
-  const auto find = [](const char* name) { return dlsym(RTLD_DEFAULT, name); };
-  void* const accessibility = reinterpret_cast<void* (*)(const void*)>(
-      find("_ZNK20QPlatformIntegration13accessibilityEv"))(nullptr);
-  const auto set_active = find("_ZN22QPlatformAccessibility9setActiveEb");
-  reinterpret_cast<void (*)(void*, bool)>(set_active)(accessibility, true);
+  QGuiApplicationPrivate::platformIntegration()->accessibility()->setActive(true);
   QAccessible::installUpdateHandler([](QAccessibleEvent* event) {
     if (event->type() != QAccessible::TextInserted) return;
     gHeard += static_cast<QAccessibleTextInsertEvent*>(event)->textInserted().toStdString();
