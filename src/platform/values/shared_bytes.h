@@ -35,6 +35,7 @@ class SharedBytes {
   SharedBytes(SharedBytes&& other) noexcept
       : mBuffer(std::exchange(other.mBuffer, nullptr)), mView(std::exchange(other.mView, {})) {}
   SharedBytes& operator=(const SharedBytes& other) {
+    if (this == &other) return *this;
     if (other.mBuffer != nullptr) ++other.mBuffer->references;
     Drop();
     mBuffer = other.mBuffer;
