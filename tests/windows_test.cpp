@@ -1,6 +1,9 @@
 // The windows of the program, as a user sees them on a desktop.
 
 #include <gmock/gmock.h>
+#include <private/qguiapplication_p.h>
+#include <qpa/qplatformaccessibility.h>
+#include <qpa/qplatformintegration.h>
 
 #include <sstream>
 #include <string>
@@ -20,6 +23,18 @@
 
 namespace quorvel {
 namespace {
+
+std::string gHeard;
+
+// From here on, `gHeard` takes the texts of which the toolkit tells screen readers. Without a
+// screen no screen reader can run, so the test switches on what a screen reader would.
+void StartScreenReader() {
+  QGuiApplicationPrivate::platformIntegration()->accessibility()->setActive(true);
+  QAccessible::installUpdateHandler([](QAccessibleEvent* event) {
+    if (event->type() != QAccessible::TextInserted) return;
+    gHeard += static_cast<QAccessibleTextInsertEvent*>(event)->textInserted().toStdString();
+  });
+}
 
 using testing::HasSubstr;
 

@@ -1,9 +1,5 @@
 #pragma once
 
-#include <private/qguiapplication_p.h>
-#include <qpa/qplatformaccessibility.h>
-#include <qpa/qplatformintegration.h>
-
 #include <QAccessible>
 #include <QAction>
 #include <QApplication>
@@ -32,18 +28,6 @@ inline std::vector<std::string> gUrls;
 
 inline void TakeUrl(QtMsgType, const QMessageLogContext&, const QString& message) {
   if (message.contains("openUrl")) gUrls.push_back(message.section('\'', 1, 1).toStdString());
-}
-
-inline std::string gHeard;
-
-/// From here on, `gHeard` takes the texts of which the toolkit tells screen readers. Without a
-/// screen no screen reader can run, so the test switches on what a screen reader would.
-inline void StartScreenReader() {
-  QGuiApplicationPrivate::platformIntegration()->accessibility()->setActive(true);
-  QAccessible::installUpdateHandler([](QAccessibleEvent* event) {
-    if (event->type() != QAccessible::TextInserted) return;
-    gHeard += static_cast<QAccessibleTextInsertEvent*>(event)->textInserted().toStdString();
-  });
 }
 
 /// What a user sees and does, on the Qt side without a screen.
