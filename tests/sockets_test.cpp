@@ -1,5 +1,7 @@
 // Real sockets. Groups are joined only in a private network; see scripts/test.sh.
 
+#include <poll.h>
+
 #include <cerrno>
 #include <cstdlib>
 #include <memory>
@@ -25,6 +27,19 @@ class Sockets : public Running {
     station->Bind(kPort);
     return station;
   }
+};
+
+// A socket on the port, and a socket that sends to the port.
+struct Wire {
+  Wire() { EXPECT_TRUE(calls.Bind(to, kPort)); }
+  ~Wire() {
+    for (const int socket : {to, from}) calls.Close(socket);
+  }
+  [[nodiscard]] bool Send(std::string_view bytes) const {
+    return calls.Send(from, 0x7F000001, kPort, bytes);
+  }
+  SocketCalls& calls = PosixSocketCalls();
+  const int to = calls.Open(4096), from = calls.Open(4096);
 };
 
 TEST_F(Sockets, ASenderLeavesTheListenersPortAlone) {
@@ -59,13 +74,11 @@ TEST_F(Sockets, APortIsSharedWithHoldersThatShareInAnyWay) {
 
 // Without a thread, the buffer of the system overflows after some of the 10,000 datagrams.
 TEST_F(Sockets, DatagramsAreTakenInOrderWhileTheProgramIsBusy) {
-  auto& calls = PosixSocketCalls();
-  const int listening = calls.Open(4096), sending = calls.Open(4096);
-  ASSERT_TRUE(calls.Bind(listening, kPort));
-  auto receiver = std::make_unique<Receiver>(calls, listening);
+  const Wire wire;
+  auto receiver = std::make_unique<Receiver>(wire.calls, wire.to);
   const auto limit = std::chrono::steady_clock::now() + std::chrono::seconds(60);
   for (size_t sent = 0; sent < 10000;) {
-    ASSERT_TRUE(calls.Send(sending, 0x7F000001, kPort, std::to_string(sent)));
+    ASSERT_TRUE(wire.Send(std::to_string(sent)));
     ++sent;
     while (receiver->Waiting() + 1 < sent && std::chrono::steady_clock::now() < limit) {
       std::this_thread::yield();
@@ -78,9 +91,20 @@ TEST_F(Sockets, DatagramsAreTakenInOrderWhileTheProgramIsBusy) {
   EXPECT_EQ(taken, expected);
   EXPECT_EQ(receiver->DroppedHere() + receiver->DroppedBySystem(), 0U);
   // Ends in the middle of a flood.
-  for (int i = 0; i < 1000; ++i) static_cast<void>(calls.Send(sending, 0x7F000001, kPort, "x"));
+  for (int i = 0; i < 1000; ++i) static_cast<void>(wire.Send("x"));
   receiver.reset();
-  for (const int socket : {listening, sending}) calls.Close(socket);
+}
+
+// Each datagram but the first comes right after the event loop has been told of another.
+TEST(ReceiverQueue, TheEventLoopIsToldOfEachDatagramOfAQuickSequence) {
+  const Wire wire;
+  Receiver receiver(wire.calls, wire.to);
+  for (int i = 0; i < 20; ++i) {
+    ASSERT_TRUE(wire.Send("x"));
+    pollfd told{receiver.Descriptor(), POLLIN, 0};
+    ASSERT_EQ(poll(&told, 1, 5000), 1) << i;
+    EXPECT_EQ(receiver.Take().received.size(), 1);
+  }
 }
 
 TEST(ReceiverQueue, TakesA256MebibytesAndCountsTheDatagramsThatItDrops) {

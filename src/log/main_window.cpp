@@ -111,8 +111,6 @@ void wMain::AddMenuHandlers() {
   TextWindow::AddMenuHandlers();
 }
 
-Ref<editFieldExtras> wMain::efLog() const { return ControlOf<editFieldExtras>(*this, "efLog"); }
-
 void wMain::Event_Open() {
   bMainIsOpen = true;
   iLoopCounter = 0;
@@ -178,7 +176,5 @@ void wMain::tmrUDPCheck_Action() {
 }
 
 }  // namespace main_window
-
-Ref<main_window::wMain> wMain() { return ImplicitWindow<main_window::wMain>(); }
 
 }  // namespace quorvel

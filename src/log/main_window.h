@@ -19,7 +19,9 @@ class wMain : public TextWindow {
   /// Sends test messages when `bTest` is True.
   class tmrUDPCheck : public Timer {};
 
-  [[nodiscard]] Ref<editFieldExtras> efLog() const;
+  [[nodiscard]] Ref<editFieldExtras> efLog() const {
+    return ControlOf<editFieldExtras>(*this, "efLog");
+  }
 
   [[nodiscard]] Text _ClassName() const override { return kClassName; }
   void Event_Open() override;
@@ -52,6 +54,8 @@ class wMain : public TextWindow {
 }  // namespace main_window
 
 /// The main window; opens the window when none is open.
-[[nodiscard]] Ref<main_window::wMain> wMain();
+[[nodiscard]] inline Ref<main_window::wMain> wMain() {
+  return ImplicitWindow<main_window::wMain>();
+}
 
 }  // namespace quorvel

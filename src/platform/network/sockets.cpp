@@ -145,7 +145,7 @@ void UDPSocket::Close() {
   mReceiver.reset();
   mLinks.reset();
   mReceived.clear();
-  mNextRead = 0;
+  mUnread = 0;
   mPins = {};
   mDrops = {};
   mReceiveError = 0;
@@ -203,12 +203,9 @@ Ref<Datagram> UDPSocket::Read(std::nullptr_t) {
   if (mReceived.empty()) return Nil;
   // A datagram that the caller holds no more takes the next contents.
   if (mRead.Shared().use_count() != 1) mRead = New<Datagram>();
-  Unread& oldest = mReceived[mNextRead];
+  Unread& oldest = *(mReceived.end() - mUnread);
   mRead->_Assign(mAddresses.Of(oldest.from), std::move(oldest.data));
-  if (++mNextRead == mReceived.size()) {
-    mReceived.clear();
-    mNextRead = 0;
-  }
+  if (--mUnread == 0) mReceived.clear();
   return mRead;
 }
 
@@ -222,6 +219,7 @@ void UDPSocket::TakeAndDeliver() {
 inline void UDPSocket::Accept(Arrival&& arrival) {
   Heard(arrival.head);
   mReceived.push_back({arrival.head.from, std::move(arrival.data)});
+  ++mUnread;
 }
 
 inline void UDPSocket::Judge(Arrival&& arrival, const SenderPins::Deliver& accept_copy) {

@@ -133,7 +133,7 @@ class UDPSocket : public SocketCore {
 
   /// The number of received datagrams that are still to be read.
   [[nodiscard]] int32_t PacketsAvailable() const {
-    return static_cast<int32_t>(mReceived.size() - mNextRead);
+    return mUnread;
   }
   /// Whether datagrams to a group also reach listeners on this host. On at first.
   void SendToSelf(bool on);
@@ -192,9 +192,9 @@ class UDPSocket : public SocketCore {
     Ipv4Address from;
     Text data;
   };
-  /// What is to be read, from `mNextRead` on; empty when all is read.
+  /// What has been received; empty when all is read. The last `mUnread` are to be read.
   std::vector<Unread> mReceived;
-  size_t mNextRead = 0;
+  int32_t mUnread = 0;
   Ref<Datagram> mRead;
   AddressTexts mAddresses;
 };
