@@ -45,7 +45,7 @@ Receiver::~Receiver() {
 void Receiver::Run() {
   auto rest = kShortestRest;
   while (true) {
-    const Share share = TakeFullBatches();
+    const Share share = TakeBatches(ReceiveBatch::kMostDatagrams);
     Tell(share.datagrams > 0 ? Urgency::MoreMayCome : Urgency::Now);
     if (share.datagrams > 0) {
       rest = NextRest(rest, share);
@@ -66,21 +66,21 @@ std::chrono::microseconds Receiver::NextRest(std::chrono::microseconds rest,
   return filled < mBufferBytes / 16 ? std::min(rest * 2, kLongestRest) : rest;
 }
 
-Receiver::Share Receiver::TakeFullBatches() {
+// Goes on while a batch has at least `least` datagrams.
+Receiver::Share Receiver::TakeBatches(size_t least) {
   Share all;
   for (int i = 0; i < kBatchesPerTakeIn; ++i) {
     const Share share = TakeBatch();
     all.datagrams += share.datagrams;
     all.bytes += share.bytes;
     all.failed = share.failed;
-    if (share.datagrams < ReceiveBatch::kMostDatagrams) break;
+    if (share.datagrams < least) break;
   }
   return all;
 }
 
 void Receiver::TakeIn() {
-  for (int i = 0; i < kBatchesPerTakeIn && TakeBatch().datagrams > 0; ++i) {
-  }
+  TakeBatches(1);
   Tell(Urgency::Now);
 }
 

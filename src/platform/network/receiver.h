@@ -85,7 +85,7 @@ class Receiver {
   void Run();
   void Tell(Urgency urgency);
   Share TakeBatch();
-  Share TakeFullBatches();
+  Share TakeBatches(size_t least);
   ReceivedBatch& BatchWithRoomFor(size_t count);
   Share KeepDatagrams();
   void KeepNote(const Received& note);

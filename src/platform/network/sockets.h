@@ -132,9 +132,7 @@ class UDPSocket : public SocketCore {
   [[nodiscard]] virtual Ref<Datagram> Read(std::nullptr_t encoding);
 
   /// The number of received datagrams that are still to be read.
-  [[nodiscard]] int32_t PacketsAvailable() const {
-    return mUnread;
-  }
+  [[nodiscard]] int32_t PacketsAvailable() const { return mUnread; }
   /// Whether datagrams to a group also reach listeners on this host. On at first.
   void SendToSelf(bool on);
   [[nodiscard]] bool SendToSelf() const { return mSendToSelf; }
