@@ -15,11 +15,20 @@ namespace quorvel::tools {
 
 namespace {
 
+/// The text with a question mark for each control character but those of `kept`: a quoted name
+/// cannot give orders to a terminal.
+std::string Printable(std::string text, std::string_view kept) {
+  const auto is_order = [kept](char c) {
+    return (static_cast<unsigned char>(c) < ' ' || c == 0x7F) &&
+           kept.find(c) == std::string_view::npos;
+  };
+  std::ranges::replace_if(text, is_order, '?');
+  return text;
+}
+
 /// Reports in one line, whatever characters `what` quotes, and hands the status on.
-int Fail(const Tool& tool, int status, std::string what) {
-  const auto breaks_line = [](unsigned char c) { return c < ' ' || c == 0x7F; };
-  std::ranges::replace_if(what, breaks_line, '?');
-  std::cerr << tool.name + ": " + what + '\n';
+int Fail(const Tool& tool, int status, const std::string& what) {
+  std::cerr << tool.name + ": " + Printable(what, "") + '\n';
   return status;
 }
 
@@ -82,7 +91,7 @@ int Run(const Tool& tool, const std::function<int()>& work) try {
 }
 
 void Show(const std::string& text) {
-  std::cout << text << std::flush;
+  std::cout << Printable(text, "\n") << std::flush;
   if (!std::cout) throw std::runtime_error("cannot write to standard output");
 }
 

@@ -29,7 +29,8 @@ struct Tool {
 /// nobody reads, end no tool by a signal.
 [[nodiscard]] int Run(const Tool& tool, const std::function<int()>& work);
 
-/// Writes the text to standard output. Raises std::runtime_error when the output takes no more.
+/// Writes the text to standard output, with `?` for control characters but line ends. Raises
+/// std::runtime_error when the output takes no more.
 void Show(const std::string& text);
 
 /// Declares --help, --version and the named flags, and leaves to the tool the arguments that belong
