@@ -6,6 +6,7 @@
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QSettings>
+#include <QTimer>
 #include <QTranslator>
 #include <future>
 #include <string>
@@ -35,16 +36,16 @@ void ReadFontList() {
   if (read) read();
 }
 
-// The desktop's icon of the program where the program is installed for the desktop; else the icons
-// in the folder that lies to the program as the installed folder does, also in a build tree.
+// The icons in the folder that lies to the program as the installed folder does, also in a build
+// tree. A search by name through the desktop's icon themes would be a fifth of the start.
 QIcon WindowIcon() {
-  QIcon beside;
+  QIcon icon;
   const QString folder = QCoreApplication::applicationDirPath() + "/" QUORVEL_ICONS_FOLDER "/";
-  for (const int side : {16, 24, 32, 48, 64, 128}) {
+  for (const int side : {16, 24, 32, 48}) {
     const QString file = QString("%1x%1/apps/" QUORVEL_APPLICATION_ID ".png").arg(side);
-    beside.addFile(folder + file, QSize(side, side));
+    icon.addFile(folder + file, QSize(side, side));
   }
-  return QIcon::fromTheme(QUORVEL_APPLICATION_ID, beside);
+  return icon;
 }
 
 class Side final : public native::Side {
@@ -55,7 +56,8 @@ class Side final : public native::Side {
     QCoreApplication::setQuitLockEnabled(false);
     QApplication::setQuitOnLastWindowClosed(false);
     QGuiApplication::setDesktopFileName(QUORVEL_APPLICATION_ID);
-    QApplication::setWindowIcon(WindowIcon());
+    // Reading the pictures is a tenth of the start, and the first window need not wait for them.
+    QTimer::singleShot(0, &application, [] { QApplication::setWindowIcon(WindowIcon()); });
     KeepNoSettings();
     SpeakTheUsersLanguage();
   }
