@@ -9,9 +9,9 @@ export CCACHE_BASEDIR=$root CCACHE_NOHASHDIR=1
 
 # The one list of Debian packages, by purpose.
 build_packages=(g++ cmake ninja-build libcli11-dev nlohmann-json3-dev)
-# The tests alone need the private headers of Qt.
+# The tests alone need the private headers of Qt, and a Wayland session alone qt6-wayland.
 desktop_packages=(qt6-base-dev qt6-base-private-dev qt6-multimedia-dev qt6-translations-l10n
-                  librsvg2-bin)
+                  qt6-wayland librsvg2-bin)
 package_packages=(dpkg-dev file)
 package_check_packages=(lintian desktop-file-utils appstream)
 clean_root_packages=(debootstrap xvfb openbox xdotool xclip x11-utils poppler-utils iproute2 python3)
