@@ -36,7 +36,8 @@ struct DatagramHead {
 };
 
 /// A received datagram. `bytes` is a view into the `ReceiveBatch`.
-struct ReceivedBytes : DatagramHead {
+struct ReceivedBytes {
+  DatagramHead head;
   std::string_view bytes;
 };
 

@@ -120,7 +120,7 @@ Receiver::Share Receiver::KeepDatagrams() {
       continue;
     }
     if (batch == nullptr) batch = &BatchWithRoomFor(mBatch.Received().size());
-    batch->received.emplace_back(ReceivedDatagram{datagram, now, length});
+    batch->received.emplace_back(ReceivedDatagram{datagram.head, now, length});
     batch->bytes += datagram.bytes;
     mWaitingBytes += sizeof(Received) + length;
     ++mWaiting;
