@@ -16,6 +16,7 @@ LINE_BYTES = 40
 SHORT_TEXT_BYTES = LINE_BYTES - len("IP Address:  Sent: \n") - len(SOURCES[0])
 FAST = 0  # messages a second: as many as the sender can send
 LOADS = [(20000, 1), (20000, 50), (100000, 1), (100000, 50), (FAST, 1)]
+STARTS_A_ROUND = 3
 UNPACED_A_SECOND = 100000  # sets the number of messages of the load without a rate
 PAGE = pathlib.Path("docs/performance.md")
 BEGIN, END = "<!-- figures: scripts/bench.sh writes the lines below -->", "<!-- figures: end -->"
@@ -82,7 +83,7 @@ class Screen:
         def pin():
             os.sched_setaffinity(0, OTHER_CORES)
         read, write = os.pipe()
-        processes.start("Xvfb", "-displayfd", write, "-screen", "0", "1024x768x24", pass_fds=[write],
+        processes.start("Xvfb", "-noreset", "-displayfd", write, "-screen", "0", "1024x768x24", pass_fds=[write],
                         stderr=subprocess.DEVNULL, preexec_fn=pin)
         os.close(write)
         with os.fdopen(read) as number:
@@ -95,6 +96,14 @@ class Screen:
     def window(title):
         return wait_for(f"a window {title}", lambda: output(
             "xdotool", "search", "--onlyvisible", "--name", title).split("\n")[0])
+
+    @staticmethod
+    def watch():
+        """A process that prints the list of windows whenever a window comes or goes."""
+        watch = subprocess.Popen(["timeout", "60", "xprop", "-root", "-spy", "_NET_CLIENT_LIST"],
+                                 stdout=subprocess.PIPE, text=True)
+        watch.stdout.readline()  # the windows of before
+        return watch
 
     @staticmethod
     def key(window, name):
@@ -256,10 +265,14 @@ def print_loads(rows, astray):
 
 def measure_start(network, home, command, title):
     """From the start of the process to the window; then the memory."""
-    start = time.monotonic()
-    process = network.listener.start(*command, cwd=home)
+    with Screen.watch() as windows:
+        start = time.monotonic()
+        process = network.listener.start(*command, cwd=home)
+        if not any("0x" in line for line in windows.stdout):
+            sys.exit(f"no window of {command[0]}")
+        seconds, cpu = time.monotonic() - start, cpu_seconds(process)
+        windows.terminate()
     Screen.window(title)
-    seconds, cpu = time.monotonic() - start, cpu_seconds(process)
     settle(process)
     resident, share = memory_kib(process)
     process.terminate()
@@ -268,8 +281,10 @@ def measure_start(network, home, command, title):
 
 
 def measure_starts(network, home, programs, rounds):
+    """As a user starts the programs: on all cores."""
+    network.listener.cores = set(CORES)
     rows = {"empty window": [], "Quorvel": []}
-    for _ in range(rounds):
+    for _ in range(STARTS_A_ROUND * rounds):
         rows["empty window"].append(
             measure_start(network, home, [programs / "bench_empty_window"], "Listening"))
         rows["Quorvel"].append(measure_start(network, home, [programs / "quorvel"], "Listening"))
@@ -277,10 +292,12 @@ def measure_starts(network, home, programs, rounds):
 
 
 def print_starts(rows):
-    yield "| Program | From the start to the window | CPU up to the window | VmRSS | Pss |"
-    yield "|---|---|---|---|---|"
+    yield "| Program | From the start to the window | of the empty window's | CPU up to the window | VmRSS | of the empty window's | Pss |"
+    yield "|---|---|---|---|---|---|---|"
+    empty = rows["empty window"]
     for name, row in rows.items():
-        yield (f"| {name} | {row['ms']:.0f} ms | {row['cpu_ms']:.0f} ms | {row['resident']:.1f} MiB "
+        yield (f"| {name} | {row['ms']:.0f} ms | {row['ms'] / empty['ms']:.2f} | {row['cpu_ms']:.0f} ms "
+               f"| {row['resident']:.1f} MiB | {row['resident'] / empty['resident']:.2f} "
                f"| {row['share']:.1f} MiB |")
 
 

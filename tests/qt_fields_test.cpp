@@ -4,7 +4,9 @@
 
 #include <QAccessible>
 #include <QClipboard>
+#include <QMenuBar>
 #include <QScrollBar>
+#include <QToolButton>
 #include <QWheelEvent>
 #include <tuple>
 
@@ -297,6 +299,17 @@ TEST_F(QtFields, ACaptionThatDoesNotFitBecomesSmaller) {
   const QFontMetrics used(Find<QWidget>().font());
   EXPECT_LE(used.horizontalAdvance("Generate Key File"), look.Width);
   EXPECT_LE(used.height(), look.Height);
+}
+
+TEST_F(QtFields, MenusWithoutRoomInTheMenuBarAreBehindAButtonThatCanBeSeen) {
+  native::MenuEntry menu;
+  menu.Name = menu.Text = "A menu with a name that is far too long for the bar";
+  menu.Children.emplace_back().Name = "item";
+  mSide->Windows().ShowMenuBar({menu, menu}, mUser);
+  QCoreApplication::processEvents();
+  const auto& further_menus = *Frame()->findChild<QMenuBar*>()->findChild<QToolButton*>();
+  EXPECT_TRUE(further_menus.isVisible());
+  EXPECT_TRUE(further_menus.arrowType() != Qt::NoArrow || !further_menus.icon().isNull());
 }
 
 TEST_F(QtFields, ReturnClicksALink) {

@@ -38,7 +38,7 @@ def log_text(window_id):
 def start_screen(started):
     read, write = os.pipe()
     started.append(subprocess.Popen(
-        ["Xvfb", "-displayfd", str(write), "-screen", "0", "1024x768x24"], pass_fds=[write],
+        ["Xvfb", "-noreset", "-displayfd", str(write), "-screen", "0", "1024x768x24"], pass_fds=[write],
         stderr=subprocess.DEVNULL))
     os.close(write)
     with os.fdopen(read) as number:

@@ -41,7 +41,11 @@ Frame::Frame(native::WindowListener& the_listener, native::Callback on_activated
       content(new Content(this, the_listener)) {
   InstallRole<Frame, QAccessible::Window>();
   setLayoutDirection(Qt::LeftToRight);  // also while a dialog of the toolkit is open
-  if (!kGlobalMenuBar) bar = new MenuBar(this);
+  content->hide();
+  if (!kGlobalMenuBar) {
+    bar = new MenuBar(this);
+    bar->hide();
+  }
   drag_pause.setSingleShot(true);
   drag_pause.setInterval(kDragPause);
   drag_pause.callOnTimeout([this] { ReportSize(false); });
@@ -54,11 +58,11 @@ void Frame::Update(const native::WindowState& state) {
   setWindowTitle(FromUtf8(state.Title));
   Name(*this, FromUtf8(state.AccessibleName));
   content->ShowBackground(state);
-  if (bar != nullptr) bar->setVisible(state.MenuBarVisible);
   ShowButtons(state);
   if (state.FullScreen != before.FullScreen) ShowFullScreen(state.FullScreen);
   ApplySize();
   SetShown(state.Visible);
+  ShowChildren();
 }
 
 // New window flags make the toolkit hide the window, so equal flags are not set again.
@@ -78,6 +82,14 @@ void Frame::SetShown(bool shown) {
   setVisible(shown);
 }
 
+// The children are shown after the window, so that the window manager works on the window while the
+// toolkit prepares the children.
+void Frame::ShowChildren() {
+  if (!was_shown) return;
+  content->show();
+  if (bar != nullptr) bar->setVisible(current.MenuBarVisible);
+}
+
 void Frame::CentreIfAsked() {
   was_shown = true;
   const QScreen* screen = QGuiApplication::primaryScreen();
@@ -89,6 +101,7 @@ void Frame::CentreIfAsked() {
 
 void Frame::ComeToFront() {
   SetShown(true);
+  ShowChildren();
   setWindowState(windowState().setFlag(Qt::WindowMinimized, false));
   raise();
   activateWindow();

@@ -3,8 +3,10 @@
 #include <QAction>
 #include <QKeySequence>
 #include <QMenu>
+#include <QToolButton>
 #include <algorithm>
 
+#include "native/qt/accessible.h"
 #include "native/qt/strings.h"
 
 namespace quorvel::qt {
@@ -46,7 +48,8 @@ QAction::MenuRole RoleOf(native::MenuRole role) {
 
 MenuBar::MenuBar(QWidget* parent) : QMenuBar(parent) {
   setNativeMenuBar(kGlobalMenuBar);
-  setAccessibleName("Menus");
+  Name(*this, "Menus");
+  if (auto* further_menus = findChild<QToolButton*>()) further_menus->setArrowType(Qt::RightArrow);
 }
 
 void MenuBar::ShowMenus(const Entries& menus, native::MenuListener& listener) {
@@ -71,7 +74,7 @@ void MenuBar::Build(native::MenuListener& listener) {
 
 void MenuBar::Fill(QMenu& menu, const native::MenuEntry& entry, native::MenuListener& listener) {
   menu.menuAction()->setObjectName(FromUtf8(entry.Name));
-  menu.setAccessibleName(FromUtf8(entry.Text).remove('&'));
+  Name(menu, FromUtf8(entry.Text).remove('&'));
   for (const native::MenuEntry& item : entry.Children) {
     if (item.Children.empty()) {
       AddItem(menu, item, listener);

@@ -3,8 +3,10 @@
 #include <dlfcn.h>
 #include <QApplication>
 #include <QIcon>
+#include <QImageReader>
 #include <QLibraryInfo>
 #include <QLocale>
+#include <QPixmap>
 #include <QSettings>
 #include <QTimer>
 #include <QTranslator>
@@ -14,6 +16,7 @@
 #include "native/qt/desktop.h"
 #include "native/qt/dialogs.h"
 #include "native/qt/event_loop.h"
+#include "native/qt/style.h"
 #include "native/qt/windows.h"
 
 namespace quorvel::qt {
@@ -37,13 +40,16 @@ void ReadFontList() {
 }
 
 // The icons in the folder that lies to the program as the installed folder does, also in a build
-// tree. A search by name through the desktop's icon themes would be a fifth of the start.
+// tree. A search by name through the desktop's icon themes would be a fifth of the start. To detect
+// the format, the toolkit would load its modules for all formats.
 QIcon WindowIcon() {
   QIcon icon;
   const QString folder = QCoreApplication::applicationDirPath() + "/" QUORVEL_ICONS_FOLDER "/";
   for (const int side : {16, 24, 32, 48}) {
     const QString file = QString("%1x%1/apps/" QUORVEL_APPLICATION_ID ".png").arg(side);
-    icon.addFile(folder + file, QSize(side, side));
+    QImageReader reader(folder + file, "png");
+    reader.setAutoDetectImageFormat(false);
+    icon.addPixmap(QPixmap::fromImageReader(&reader));
   }
   return icon;
 }
@@ -56,6 +62,9 @@ class Side final : public native::Side {
     QCoreApplication::setQuitLockEnabled(false);
     QApplication::setQuitOnLastWindowClosed(false);
     QGuiApplication::setDesktopFileName(QUORVEL_APPLICATION_ID);
+    QApplication::setStyle(new Style(QApplication::style()));
+    // Otherwise each menu bar first asks over the bus of the session for a global menu bar.
+    QCoreApplication::setAttribute(Qt::AA_DontUseNativeMenuBar, !kGlobalMenuBar);
     // Reading the pictures is a tenth of the start, and the first window need not wait for them.
     QTimer::singleShot(0, &application, [] { QApplication::setWindowIcon(WindowIcon()); });
     KeepNoSettings();

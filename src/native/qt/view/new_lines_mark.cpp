@@ -17,10 +17,9 @@ QString Words(size_t lines) {
 
 }  // namespace
 
-NewLinesMark::NewLinesMark(QWidget* viewport) : QPushButton("New lines", viewport) {
+NewLinesMark::NewLinesMark(QWidget* viewport) : QPushButton(viewport) {
   setObjectName("newLines");
   setFont(QApplication::font());
-  setAccessibleDescription("Shows the end of the text");
   setCursor(Qt::ArrowCursor);
   setAutoDefault(true);
   hide();
@@ -38,10 +37,12 @@ void NewLinesMark::Count(std::string_view text, bool away) {
   setVisible(lines > 0);
   if (lines == 0) return;
   setText(Words(lines));
+  if (accessibleDescription().isEmpty()) setAccessibleDescription("Shows the end of the text");
   MoveToCorner();
 }
 
 void NewLinesMark::MoveToCorner() {
+  if (isHidden()) return;
   const QSize around = parentWidget()->size();
   resize(sizeHint());
   move(around.width() - width() - kDistance, around.height() - height() - kDistance);

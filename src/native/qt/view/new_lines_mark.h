@@ -14,7 +14,8 @@ class NewLinesMark final : public QPushButton {
 
   /// Counts the lines of `text` behind those counted before, while the view is away from its end.
   void Count(std::string_view text, bool away);
-  /// Moves to the lower right corner of the viewport.
+  /// Moves to the lower right corner of the viewport. Does nothing while no lines are new: the size
+  /// of the hidden mark would take a font that no other part of the first window needs.
   void MoveToCorner();
 
  private:
