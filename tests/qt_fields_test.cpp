@@ -211,6 +211,7 @@ TEST_F(QtLog, FindGoesFromHitToHit) {
 TEST_F(QtLog, AMarkCountsTheLinesOutOfSightAndLeadsToTheEnd) {
   auto& mark = *Frame()->findChild<QPushButton*>("newLines");
   EXPECT_FALSE(mark.isVisible());
+  EXPECT_FALSE(mark.text().isEmpty());
   Wheel(120);
   Grow();
   QTest::qWait(0);

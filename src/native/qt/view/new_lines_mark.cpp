@@ -23,6 +23,12 @@ NewLinesMark::NewLinesMark(QWidget* viewport) : QPushButton(viewport) {
   setCursor(Qt::ArrowCursor);
   setAutoDefault(true);
   hide();
+  // Screen readers are told in the next turn of the event loop, as of names (`Name`).
+  const auto tell = [this] {
+    if (text().isEmpty()) setText("New lines");
+    setAccessibleDescription("Shows the end of the text");
+  };
+  QMetaObject::invokeMethod(this, tell, Qt::QueuedConnection);
 }
 
 void NewLinesMark::Count(std::string_view text, bool away) {
@@ -37,7 +43,6 @@ void NewLinesMark::Count(std::string_view text, bool away) {
   setVisible(lines > 0);
   if (lines == 0) return;
   setText(Words(lines));
-  if (accessibleDescription().isEmpty()) setAccessibleDescription("Shows the end of the text");
   MoveToCorner();
 }
 
