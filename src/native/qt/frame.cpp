@@ -62,7 +62,6 @@ void Frame::Update(const native::WindowState& state) {
   if (state.FullScreen != before.FullScreen) ShowFullScreen(state.FullScreen);
   ApplySize();
   SetShown(state.Visible);
-  ShowChildren();
 }
 
 // New window flags make the toolkit hide the window, so equal flags are not set again.
@@ -76,15 +75,11 @@ void Frame::ShowFullScreen(bool full_screen) {
   setWindowState(windowState().setFlag(Qt::WindowFullScreen, full_screen));
 }
 
-void Frame::SetShown(bool shown) {
-  if (shown == isVisible()) return;
-  if (shown && !was_shown) CentreIfAsked();
-  setVisible(shown);
-}
-
 // The children are shown after the window, so that the window manager works on the window while the
 // toolkit prepares the children.
-void Frame::ShowChildren() {
+void Frame::SetShown(bool shown) {
+  if (shown && !was_shown) CentreIfAsked();
+  if (shown != isVisible()) setVisible(shown);
   if (!was_shown) return;
   content->show();
   if (bar != nullptr) bar->setVisible(current.MenuBarVisible);
@@ -101,7 +96,6 @@ void Frame::CentreIfAsked() {
 
 void Frame::ComeToFront() {
   SetShown(true);
-  ShowChildren();
   setWindowState(windowState().setFlag(Qt::WindowMinimized, false));
   raise();
   activateWindow();

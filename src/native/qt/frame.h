@@ -34,7 +34,6 @@ class Frame final : public QWidget {
   void ShowButtons(const native::WindowState& state);
   void ShowFullScreen(bool full_screen);
   void SetShown(bool shown);
-  void ShowChildren();
   [[nodiscard]] int BarHeight(int width) const;
   [[nodiscard]] QSize FrameSize(QSize of_content) const;
   void ApplySize();
