@@ -6,6 +6,8 @@ import argparse, datetime, json, os, pathlib, platform, re, shutil, signal, stat
 import subprocess, sys, tempfile, time
 
 from virtual_host import Host
+from virtual_screen import keys, output, start_screen, window
+from waiting import wait_for
 
 KEY, GROUP, PORT = "Maple-Room-7", "224.195.13.122", 5563
 CARD, LISTENER = "c1", "10.77.0.1"
@@ -23,19 +25,6 @@ BEGIN, END = "<!-- figures: scripts/bench.sh writes the lines below -->", "<!-- 
 CORES = sorted(os.sched_getaffinity(0))
 SENDER_CORES, RECEIVER_CORES = {CORES[0]}, {CORES[1 % len(CORES)]}
 OTHER_CORES = set(CORES[2:]) or {CORES[0]}
-
-
-def wait_for(what, reached, seconds=60):
-    end = time.monotonic() + seconds
-    while time.monotonic() < end:
-        if value := reached():
-            return value
-        time.sleep(0.001)
-    sys.exit(f"never came about: {what}")
-
-
-def output(*command):
-    return subprocess.run(command, capture_output=True, text=True, timeout=60).stdout.strip()
 
 
 class Processes:
@@ -76,39 +65,12 @@ class Network:
         return report["sent"], report["sent"] / report["seconds"]
 
 
-class Screen:
-    """An X server with a window manager."""
-
-    def __init__(self, processes):
-        def pin():
-            os.sched_setaffinity(0, OTHER_CORES)
-        read, write = os.pipe()
-        processes.start("Xvfb", "-noreset", "-displayfd", write, "-screen", "0", "1024x768x24", pass_fds=[write],
-                        stderr=subprocess.DEVNULL, preexec_fn=pin)
-        os.close(write)
-        with os.fdopen(read) as number:
-            os.environ["DISPLAY"] = ":" + number.readline().strip()
-        processes.start("openbox", stderr=subprocess.DEVNULL, preexec_fn=pin)
-        wait_for("a window manager", lambda: "window id" in output(
-            "xprop", "-root", "_NET_SUPPORTING_WM_CHECK"))
-
-    @staticmethod
-    def window(title):
-        return wait_for(f"a window {title}", lambda: output(
-            "xdotool", "search", "--onlyvisible", "--name", title).split("\n")[0])
-
-    @staticmethod
-    def watch():
-        """A process that prints the list of windows whenever a window comes or goes."""
-        watch = subprocess.Popen(["timeout", "60", "xprop", "-root", "-spy", "_NET_CLIENT_LIST"],
-                                 stdout=subprocess.PIPE, text=True)
-        watch.stdout.readline()  # the windows of before
-        return watch
-
-    @staticmethod
-    def key(window, name):
-        output("xdotool", "windowactivate", "--sync", window)
-        output("xdotool", "key", name)
+def watch_windows():
+    """A process that prints the list of windows whenever a window comes or goes."""
+    watch = subprocess.Popen(["timeout", "60", "xprop", "-root", "-spy", "_NET_CLIENT_LIST"],
+                             stdout=subprocess.PIPE, text=True)
+    watch.stdout.readline()  # the windows of before
+    return watch
 
 
 def cpu_seconds(process):
@@ -189,14 +151,14 @@ class DesktopProgram(Receiver):
         for old in self.folder.glob("*.txt"):
             old.unlink()
         super().start(network, home)
-        self.window = Screen.window("Listening")
+        self.window = window("Listening")
 
     def saved(self):
         return [file for file in self.folder.glob("*.txt") if not file.name.startswith(".")]
 
     def heard(self):
-        Screen.key(self.window, "ctrl+s")
-        Screen.key(Screen.window("Save As"), "Return")
+        keys(self.window, "ctrl+s")
+        keys(window("Save As"), "Return")
         lines = wait_for("the saved log", self.saved)[0].read_bytes().count(b"\n")
         self.process.terminate()
         self.process.communicate()
@@ -265,14 +227,14 @@ def print_loads(rows, astray):
 
 def measure_start(network, home, command, title):
     """From the start of the process to the window; then the memory."""
-    with Screen.watch() as windows:
+    with watch_windows() as windows:
         start = time.monotonic()
         process = network.listener.start(*command, cwd=home)
         if not any("0x" in line for line in windows.stdout):
             sys.exit(f"no window of {command[0]}")
         seconds, cpu = time.monotonic() - start, cpu_seconds(process)
         windows.terminate()
-    Screen.window(title)
+    window(title)
     settle(process)
     resident, share = memory_kib(process)
     process.terminate()
@@ -292,7 +254,8 @@ def measure_starts(network, home, programs, rounds):
 
 
 def print_starts(rows):
-    yield "| Program | From the start to the window | of the empty window's | CPU up to the window | VmRSS | of the empty window's | Pss |"
+    yield ("| Program | From the start to the window | of the empty window's | CPU up to the window "
+           "| VmRSS | of the empty window's | Pss |")
     yield "|---|---|---|---|---|---|---|"
     empty = rows["empty window"]
     for name, row in rows.items():
@@ -419,7 +382,7 @@ def main():
             if options.check:
                 check(options, network, home)
             else:
-                Screen(processes)
+                start_screen(processes.start)
                 measure(options, network, home)
         finally:
             processes.end()

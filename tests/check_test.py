@@ -2,7 +2,8 @@
 
 import json, os, pathlib, signal, socket, subprocess, sys, tempfile
 
-from support.programs import HOST, PORT, check, in_private_network, packet, run, wait_for
+from support.programs import HOST, PORT, check, in_private_network, packet, run
+from waiting import wait_for
 
 PROGRAM = os.path.join(sys.argv[1], "quorvel-check")
 GROUP = "239.1.2.5"

@@ -6,9 +6,8 @@ network. SEED, STORM_SECONDS and BUSY_SECONDS in the environment change what is 
 Network namespaces stand for computers: the listener with cards c1 and c2, a sender, and a switch
 that forwards a group to its members alone. Prints a row of docs/reliability.md for each case.
 """
-import os, pathlib, random, signal, socket, subprocess, sys, threading, time
+import os, random, signal, socket, subprocess, sys, threading, time
 
-sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "scripts"))
 from support.programs import PORT, in_private_network, packet
 from virtual_host import Host
 

@@ -2,30 +2,13 @@
 
 import os, pathlib, socket, subprocess, sys, tempfile
 
-from support.programs import HOST, PORT, check, in_private_network, wait_for
+from support.programs import HOST, PORT, check, in_private_network
+from virtual_screen import keys, output, start_screen, window
+from waiting import wait_for
 
 PROGRAMS = pathlib.Path(sys.argv[1]).resolve()
 TITLE = "Quorvel v1.0.5 -  Listening..."
 KEY, GROUP = "Maple-Room-7", "224.195.13.122"
-
-
-def output(*command):
-    """What a command prints; one that hangs or fails prints nothing."""
-    try:
-        return subprocess.run(command, capture_output=True, text=True, timeout=5).stdout.strip()
-    except subprocess.TimeoutExpired:
-        return ""
-
-
-def window(title):
-    return wait_for(f"a window {title}", lambda: output(
-        "xdotool", "search", "--onlyvisible", "--name", title).split("\n")[0])
-
-
-def keys(window_id, *names):
-    output("xdotool", "windowactivate", window_id)
-    wait_for("the focus", lambda: output("xdotool", "getactivewindow") == window_id)
-    output("xdotool", "key", *names)
 
 
 def log_text(window_id):
@@ -33,20 +16,6 @@ def log_text(window_id):
     output("xdotool", "mousemove", "--window", window_id, "300", "200", "click", "1")
     keys(window_id, "ctrl+a", "ctrl+c")
     return output("xclip", "-o", "-selection", "clipboard")
-
-
-def start_screen(started):
-    read, write = os.pipe()
-    started.append(subprocess.Popen(
-        ["Xvfb", "-noreset", "-displayfd", str(write), "-screen", "0", "1024x768x24"], pass_fds=[write],
-        stderr=subprocess.DEVNULL))
-    os.close(write)
-    with os.fdopen(read) as number:
-        os.environ["DISPLAY"] = ":" + number.readline().strip()
-    started.append(subprocess.Popen(["openbox"], stderr=subprocess.DEVNULL))
-    # A window that is shown while the window manager starts may never come up.
-    wait_for("a window manager", lambda: "window id" in output(
-        "xprop", "-root", "_NET_SUPPORTING_WM_CHECK"))
 
 
 def expect_end(program):
@@ -102,7 +71,10 @@ def run(home, started):
                       QT_QPA_PLATFORM="xcb", LC_ALL="C.UTF-8", LANGUAGE="")
     home.chmod(0o700)
     os.chdir(home)
-    start_screen(started)
+
+    def start(*command, **options):
+        started.append(subprocess.Popen(command, **options))
+    start_screen(start)
     first_run(started)
     second_run(home, started)
 

@@ -1,6 +1,8 @@
 """What the tests of the real programs share."""
 
-import os, struct, subprocess, sys, time
+import os, pathlib, struct, subprocess, sys
+
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "scripts"))
 
 HOST, PORT = "10.77.0.1", 5563
 
@@ -9,15 +11,6 @@ def check(condition, *what):
     """Ends the test where the condition does not hold."""
     if not condition:
         sys.exit(f"failed: {what}"[:3000])
-
-
-def wait_for(what, reached, seconds=20):
-    end = time.monotonic() + seconds
-    while time.monotonic() < end:
-        if value := reached():
-            return value
-        time.sleep(0.05)
-    sys.exit(f"never came about: {what}")
 
 
 def run(*command, **more):
