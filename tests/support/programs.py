@@ -2,6 +2,7 @@
 
 import os, pathlib, struct, subprocess, sys
 
+# For the modules that the tests share with the scripts.
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "scripts"))
 
 HOST, PORT = "10.77.0.1", 5563
